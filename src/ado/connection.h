@@ -1,0 +1,67 @@
+#pragma once
+
+#include "databaseurl.h"
+
+#include <QHash>
+#include <QObject>
+#include <QSqlDatabase>
+#include <QSqlQuery>
+#include <QStringList>
+
+namespace ado {
+
+// The stand-in for an ADO Connection: one Qt SQL connection of its own,
+// opened from a database URL. Scriptable as "ADODB.Connection".
+class Connection : public QObject {
+    Q_OBJECT
+    Q_CLASSINFO("ProgID", "ADODB.Connection")
+    Q_PROPERTY(int State READ State)
+    Q_PROPERTY(QString ConnectionString READ ConnectionString)
+    Q_PROPERTY(bool LogSql READ LogSql WRITE setLogSql)
+
+public:
+    Q_INVOKABLE explicit Connection(QObject* parent = nullptr);
+    ~Connection() override;
+
+    // Opens the database named by the URL; raises when it cannot.
+    Q_INVOKABLE void Open(const QString& url);
+    // Closes it; raises 3704 when it is not open.
+    Q_INVOKABLE void Close();
+    // Runs a statement that returns no rows; raises on an SQL error.
+    Q_INVOKABLE void Execute(const QString& sql);
+
+    int State() const;
+    QString ConnectionString() const { return m_url; }
+
+    // A record of every SQL text run through this connection, kept while LogSql is on.
+    bool LogSql() const { return m_logSql; }
+    void setLogSql(bool on) { m_logSql = on; }
+    Q_INVOKABLE QStringList executedSql() const { return m_log; }
+    Q_INVOKABLE void clearLog() { m_log.clear(); }
+    void record(const QString& sql);
+
+    Dialect dialect() const { return m_dialect; }
+    QSqlDatabase database() const;
+    // A statement prepared once on this connection and reused afterwards.
+    QSqlQuery& prepared(const QString& sql);
+    // The column names of a table, in lower case, read once per connection.
+    const QStringList& columns(const QString& table);
+
+private:
+    void release();
+
+    QString m_name;
+    QString m_url;
+    Dialect m_dialect = Dialect::SQLite;
+    bool m_open = false;
+    bool m_logSql = false;
+    QStringList m_log;
+    QHash<QString, QSqlQuery> m_prepared;
+    QHash<QString, QStringList> m_columns;
+};
+
+// The ADO connection behind an automation object, or nullptr when the object
+// is none, is not a connection, or is closed.
+Connection* openConnection(QObject* object);
+
+} // namespace ado

@@ -1,0 +1,157 @@
+#include "recordset.h"
+
+#include "adoerrors.h"
+#include "connection.h"
+#include "vb/vb.h"
+
+#include <QSqlError>
+#include <QSqlQuery>
+#include <QSqlRecord>
+
+namespace ado {
+
+namespace {
+
+[[noreturn]] void raise(int number, const QString& text)
+{
+    throw vb::AutomationError(number, text);
+}
+
+} // namespace
+
+Recordset::Recordset(QObject* parent)
+    : QObject(parent)
+{
+}
+
+QObject* Recordset::ActiveConnection() const
+{
+    return m_connection.data();
+}
+
+void Recordset::setActiveConnection(QObject* connection)
+{
+    m_connection = connection;
+}
+
+bool Recordset::atEnd() const
+{
+    requireOpen();
+    return m_position >= m_rows.size();
+}
+
+bool Recordset::atBeginning() const
+{
+    requireOpen();
+    return m_rows.isEmpty() || m_position < 0;
+}
+
+int Recordset::RecordCount() const
+{
+    requireOpen();
+    return int(m_rows.size());
+}
+
+void Recordset::requireOpen() const
+{
+    if (!m_open)
+        raise(ErrObjectClosed, QStringLiteral("Operation is not allowed when the object is closed."));
+}
+
+void Recordset::Open()
+{
+    if (m_open)
+        raise(ErrObjectOpen, QStringLiteral("Operation is not allowed when the object is open."));
+    Connection* connection = openConnection(m_connection.data());
+    if (!connection)
+        raise(ErrConnectionUnusable, QStringLiteral("The connection cannot be used to perform this operation. "
+                                                    "It is either closed or invalid in this context."));
+    connection->record(m_source);
+    QSqlQuery query(connection->database());
+    query.setForwardOnly(true);
+    if (!query.exec(m_source))
+        raise(ErrProvider, query.lastError().text());
+    if (!query.isSelect())
+        return; // the statement ran; there is nothing to hold open
+
+    const QSqlRecord record = query.record();
+    m_fieldNames.clear();
+    for (int i = 0; i < record.count(); ++i)
+        m_fieldNames.append(record.fieldName(i));
+    m_rows.clear();
+    while (query.next()) {
+        QVector<QVariant> row;
+        row.reserve(record.count());
+        for (int i = 0; i < record.count(); ++i) {
+            QVariant value = query.value(i);
+            row.append(value.isNull() ? vb::Null() : std::move(value));
+        }
+        m_rows.append(std::move(row));
+    }
+    m_position = 0;
+    m_open = true;
+}
+
+void Recordset::Close()
+{
+    requireOpen();
+    m_open = false;
+    m_rows.clear();
+    m_fieldNames.clear();
+}
+
+void Recordset::MoveNext()
+{
+    if (atEnd())
+        raise(ErrBofOrEof, QStringLiteral("Either BOF or EOF is True, or the current record has been deleted."));
+    ++m_position;
+}
+
+void Recordset::MoveFirst()
+{
+    requireOpen();
+    if (m_rows.isEmpty())
+        raise(ErrBofOrEof, QStringLiteral("Either BOF or EOF is True, or the current record has been deleted."));
+    m_position = 0;
+}
+
+int Recordset::fieldIndex(const QVariant& indexOrName) const
+{
+    if (indexOrName.typeId() == QMetaType::QString) {
+        const QString name = indexOrName.toString();
+        for (int i = 0; i < m_fieldNames.size(); ++i) {
+            if (m_fieldNames.at(i).compare(name, Qt::CaseInsensitive) == 0)
+                return i;
+        }
+    } else {
+        bool ok = false;
+        const int index = indexOrName.toInt(&ok);
+        if (ok && index >= 0 && index < m_fieldNames.size())
+            return index;
+    }
+    raise(ErrItemNotFound,
+          QStringLiteral("Item cannot be found in the collection corresponding to the requested name or ordinal."));
+}
+
+QVariant Recordset::Fields(const QVariant& indexOrName) const
+{
+    requireOpen();
+    const int index = fieldIndex(indexOrName);
+    if (m_position < 0 || m_position >= m_rows.size())
+        raise(ErrBofOrEof, QStringLiteral("Either BOF or EOF is True, or the current record has been deleted."));
+    return m_rows.at(m_position).at(index);
+}
+
+int Recordset::FieldCount() const
+{
+    requireOpen();
+    return int(m_fieldNames.size());
+}
+
+QString Recordset::FieldName(int index) const
+{
+    requireOpen();
+    return m_fieldNames.value(index);
+}
+
+} // namespace ado

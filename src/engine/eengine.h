@@ -1,0 +1,70 @@
+#pragma once
+
+#include <QObject>
+#include <QPointer>
+#include <QVariant>
+
+// The one object the host creates. It holds the host's connection, user and
+// user-management object, answers record-access and calendar questions, and
+// opens every dialog of the component after asking the user's right.
+class EEngine : public QObject {
+    Q_OBJECT
+    Q_CLASSINFO("ClassID", "{62C7F7FB-68A6-4FB0-B34E-3DA4E76F78EC}")
+    Q_CLASSINFO("InterfaceID", "{11FBA1C7-6AE1-4BBB-BA2B-3D8D72CFFD08}")
+    Q_CLASSINFO("ToSuperClass", "EEngine")
+    Q_PROPERTY(QObject* ADOCnn READ ADOCnn WRITE setADOCnn)
+    Q_PROPERTY(int PKUser READ PKUser WRITE setPKUser)
+    Q_PROPERTY(QObject* Search READ Search WRITE setSearch)
+    Q_PROPERTY(QObject* UM READ UM WRITE setUM)
+    Q_PROPERTY(QString chartTitle READ chartTitle WRITE setChartTitle)
+    Q_PROPERTY(short chartType READ chartType WRITE setChartType)
+    Q_PROPERTY(bool boMes READ boMes WRITE setBoMes)
+
+public:
+    Q_INVOKABLE explicit EEngine(QObject* parent = nullptr);
+    ~EEngine() override;
+
+    QObject* ADOCnn() const { return m_adoCnn.data(); }
+    void setADOCnn(QObject* connection) { m_adoCnn = connection; }
+    int PKUser() const { return m_pkUser; }
+    void setPKUser(int pk) { m_pkUser = pk; }
+    QObject* Search() const { return m_search.data(); }
+    void setSearch(QObject* search) { m_search = search; }
+    QObject* UM() const { return m_um.data(); }
+    void setUM(QObject* um) { m_um = um; }
+    QString chartTitle() const { return m_chartTitle; }
+    void setChartTitle(const QString& title) { m_chartTitle = title; }
+    short chartType() const { return m_chartType; }
+    void setChartType(short type) { m_chartType = type; }
+    bool boMes() const { return m_boMes; }
+    void setBoMes(bool value) { m_boMes = value; }
+
+    // Host interface
+    Q_INVOKABLE void SetUM(QObject* oUserManagment);
+    Q_INVOKABLE void SetConnection(QObject* o, int PKU);
+    Q_INVOKABLE QString get_info(const QString& ename, int PK);
+    Q_INVOKABLE QVariant get_MainArray(const QString& ename, int PK, short interval, int value);
+    Q_INVOKABLE QVariant get_ChartArray(const QString& ename, int PK, short interval, int value, short wide);
+
+    // Calendar and period arithmetic
+    Q_INVOKABLE int WeekNum(double d);
+    Q_INVOKABLE double IniMes(int V);
+    Q_INVOKABLE double FinMes(int V);
+    Q_INVOKABLE double day_ofweeknum(int W);
+    Q_INVOKABLE double numtodate(int n);
+    Q_INVOKABLE int daytonum(double f);
+
+    // Record access
+    Q_INVOKABLE QObject* OpenRecordset(const QString& sql, QObject* objADOCnn);
+    Q_INVOKABLE QVariant getScalar(const QString& sql, QObject* objADOCnn);
+    Q_INVOKABLE QVariant fieldValue(QObject* Rst, const QString& fieldname);
+
+private:
+    QPointer<QObject> m_adoCnn;
+    int m_pkUser = 0;
+    QPointer<QObject> m_search;
+    QPointer<QObject> m_um;
+    QString m_chartTitle;
+    short m_chartType = 0;
+    bool m_boMes = false;
+};
