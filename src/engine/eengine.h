@@ -59,7 +59,21 @@ public:
     Q_INVOKABLE QVariant getScalar(const QString& sql, QObject* objADOCnn);
     Q_INVOKABLE QVariant fieldValue(QObject* Rst, const QString& fieldname);
 
+    // Entity factory, save and cascade delete
+    Q_INVOKABLE QObject* CrearEntidad(int Tipo);
+    Q_INVOKABLE QObject* CargarEntidad(int Tipo, int PK);
+    Q_INVOKABLE bool GuardarEntidad(QObject* entidad);
+    Q_INVOKABLE void EliminarObjetosTablero(int PK);
+    Q_INVOKABLE bool EliminarTablero(int PK);
+    Q_INVOKABLE bool EliminarEntidad(int Tipo, int PK);
+
 private:
+    // Asks the host whether the signed-in user holds the right; raises 91
+    // when no user-management object was set.
+    bool verificarDerecho(const QString& codigo);
+    // Runs a statement on the host's connection; raises on failure.
+    void ejecutar(const QString& sql);
+
     QPointer<QObject> m_adoCnn;
     int m_pkUser = 0;
     QPointer<QObject> m_search;

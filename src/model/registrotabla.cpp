@@ -158,8 +158,13 @@ QVariant RegistroTabla::typed(const QString& name, const QVariant& value) const
     if (!field)
         return value;
     switch (field->kind) {
-    case cTexto:
-        return vb::isNull(value) ? QVariant(QMetaType::fromType<QString>()) : QVariant(value.toString());
+    case cTexto: {
+        if (vb::isNull(value))
+            return QVariant(QMetaType::fromType<QString>());
+        // An empty text is stored as an empty text: Qt would bind a null QString as SQL NULL.
+        const QString text = value.toString();
+        return text.isNull() ? QVariant(QStringLiteral("")) : QVariant(text);
+    }
     case cDoble:
         return vb::isNull(value) ? QVariant(QMetaType::fromType<double>()) : QVariant(value.toDouble());
     default:
