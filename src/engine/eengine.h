@@ -3,6 +3,9 @@
 #include <QObject>
 #include <QPointer>
 #include <QVariant>
+#include <functional>
+
+class Dialogo;
 
 // The one object the host creates. It holds the host's connection, user and
 // user-management object, answers record-access and calendar questions, and
@@ -67,10 +70,27 @@ public:
     Q_INVOKABLE bool EliminarTablero(int PK);
     Q_INVOKABLE bool EliminarEntidad(int Tipo, int PK);
 
+    // Entity editors, each behind the user's right
+    Q_INVOKABLE int Form_Agregar_Perspectiva(int Padre);
+    Q_INVOKABLE bool Form_Editar_Perspectiva(int PK);
+    Q_INVOKABLE int Form_Agregar_Metrica(int Padre);
+    Q_INVOKABLE bool Form_Editar_Metrica(int PK);
+    Q_INVOKABLE int Form_Agregar_Indicador(int Padre);
+    Q_INVOKABLE bool Form_Editar_Indicador(int PK);
+    Q_INVOKABLE int Form_Agregar_Tablero(int PKUsuario, const QString& Nombre = QString());
+    Q_INVOKABLE bool Form_Editar_Tablero(int PK);
+    Q_INVOKABLE int BuscarEntidad(const QString& sTipoEntidad);
+    Q_INVOKABLE QString InfoEntidad(const QString& sTipoEntidad, int PK);
+
 private:
     // Asks the host whether the signed-in user holds the right; raises 91
     // when no user-management object was set.
     bool verificarDerecho(const QString& codigo);
+    // The common opening steps of an editor: the right first, then the
+    // dialog created, handed the engine, prepared, shown modally, its result
+    // read and the dialog unloaded. A refused right opens nothing.
+    int abrirEditor(const char* derecho, const std::function<Dialogo*()>& crear,
+                    const std::function<void(Dialogo&)>& preparar);
     // Runs a statement on the host's connection; raises on failure.
     void ejecutar(const QString& sql);
 
