@@ -70,7 +70,9 @@ public:
     Q_INVOKABLE bool EliminarTablero(int PK);
     Q_INVOKABLE bool EliminarEntidad(int Tipo, int PK);
 
-    // Entity editors, each behind the user's right
+    // Libraries and editors, each behind the user's right
+    Q_INVOKABLE void Biblioteca_Metricas();
+    Q_INVOKABLE void Biblioteca_Indicadores();
     Q_INVOKABLE int Form_Agregar_Perspectiva(int Padre);
     Q_INVOKABLE bool Form_Editar_Perspectiva(int PK);
     Q_INVOKABLE int Form_Agregar_Metrica(int Padre);
@@ -79,8 +81,11 @@ public:
     Q_INVOKABLE bool Form_Editar_Indicador(int PK);
     Q_INVOKABLE int Form_Agregar_Tablero(int PKUsuario, const QString& Nombre = QString());
     Q_INVOKABLE bool Form_Editar_Tablero(int PK);
+    Q_INVOKABLE int Seleccionar_Indicador();
     Q_INVOKABLE int BuscarEntidad(const QString& sTipoEntidad);
     Q_INVOKABLE QString InfoEntidad(const QString& sTipoEntidad, int PK);
+    Q_INVOKABLE bool Editar_Indicador_Tab(QObject* o);
+    Q_INVOKABLE bool Editar_Figura(QObject* o);
 
 private:
     // Asks the host whether the signed-in user holds the right; raises 91
@@ -91,6 +96,8 @@ private:
     // read and the dialog unloaded. A refused right opens nothing.
     int abrirEditor(const char* derecho, const std::function<Dialogo*()>& crear,
                     const std::function<void(Dialogo&)>& preparar);
+    // A library dialog behind its right: shown modally and left to unload itself.
+    void abrirBiblioteca(const char* derecho, const std::function<Dialogo*()>& crear);
     // Runs a statement on the host's connection; raises on failure.
     void ejecutar(const QString& sql);
 

@@ -14,16 +14,6 @@
 #include <QLineEdit>
 #include <memory>
 
-namespace {
-
-template <typename Dialog>
-Dialogo* crear()
-{
-    return new Dialog(QApplication::activeWindow());
-}
-
-} // namespace
-
 int EEngine::abrirEditor(const char* derecho, const std::function<Dialogo*()>& crearDialogo,
                          const std::function<void(Dialogo&)>& preparar)
 {
@@ -45,35 +35,35 @@ int EEngine::abrirEditor(const char* derecho, const std::function<Dialogo*()>& c
 
 int EEngine::Form_Agregar_Perspectiva(int Padre)
 {
-    return abrirEditor("KZ4-TBL-05-001", crear<dlgPropPers>,
+    return abrirEditor("KZ4-TBL-05-001", nuevoDialogo<dlgPropPers>,
                        [Padre](Dialogo& d) { static_cast<dlgPropPers&>(d).Nuevo(Padre); });
 }
 
 bool EEngine::Form_Editar_Perspectiva(int PK)
 {
-    return abrirEditor("KZ4-TBL-05-002", crear<dlgPropPers>,
+    return abrirEditor("KZ4-TBL-05-002", nuevoDialogo<dlgPropPers>,
                        [PK](Dialogo& d) { static_cast<dlgPropPers&>(d).Edit(PK); }) > 0;
 }
 
 int EEngine::Form_Agregar_Metrica(int Padre)
 {
-    return abrirEditor("KZ4-TBL-05-004", crear<dlgDato>, [Padre](Dialogo& d) { static_cast<dlgDato&>(d).Nuevo(Padre); });
+    return abrirEditor("KZ4-TBL-05-004", nuevoDialogo<dlgDato>, [Padre](Dialogo& d) { static_cast<dlgDato&>(d).Nuevo(Padre); });
 }
 
 bool EEngine::Form_Editar_Metrica(int PK)
 {
-    return abrirEditor("KZ4-TBL-05-005", crear<dlgDato>, [PK](Dialogo& d) { static_cast<dlgDato&>(d).Edit(PK); }) > 0;
+    return abrirEditor("KZ4-TBL-05-005", nuevoDialogo<dlgDato>, [PK](Dialogo& d) { static_cast<dlgDato&>(d).Edit(PK); }) > 0;
 }
 
 int EEngine::Form_Agregar_Indicador(int Padre)
 {
-    return abrirEditor("KZ4-TBL-06-001", crear<dlgPropIndicador>,
+    return abrirEditor("KZ4-TBL-06-001", nuevoDialogo<dlgPropIndicador>,
                        [Padre](Dialogo& d) { static_cast<dlgPropIndicador&>(d).Nuevo(Padre); });
 }
 
 bool EEngine::Form_Editar_Indicador(int PK)
 {
-    return abrirEditor("KZ4-TBL-06-002", crear<dlgPropIndicador>,
+    return abrirEditor("KZ4-TBL-06-002", nuevoDialogo<dlgPropIndicador>,
                        [PK](Dialogo& d) { static_cast<dlgPropIndicador&>(d).Edit(PK); }) > 0;
 }
 
@@ -81,7 +71,7 @@ bool EEngine::Form_Editar_Indicador(int PK)
 // dialog always opens with an empty name, as hosts have always seen it.
 int EEngine::Form_Agregar_Tablero(int PKUsuario, const QString& Nombre)
 {
-    return abrirEditor("KZ4-TBL-01-000", crear<dlgTablero>, [PKUsuario, Nombre](Dialogo& d) {
+    return abrirEditor("KZ4-TBL-01-000", nuevoDialogo<dlgTablero>, [PKUsuario, Nombre](Dialogo& d) {
         auto& tablero = static_cast<dlgTablero&>(d);
         tablero.nombre()->setText(Nombre);
         tablero.Nuevo(PKUsuario);
@@ -91,7 +81,7 @@ int EEngine::Form_Agregar_Tablero(int PKUsuario, const QString& Nombre)
 // Renaming a dashboard asks the right of placing items on one, not of adding one.
 bool EEngine::Form_Editar_Tablero(int PK)
 {
-    return abrirEditor("KZ4-TBL-03-000", crear<dlgTablero>,
+    return abrirEditor("KZ4-TBL-03-000", nuevoDialogo<dlgTablero>,
                        [PK](Dialogo& d) { static_cast<dlgTablero&>(d).Edit(PK); }) > 0;
 }
 

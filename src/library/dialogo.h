@@ -1,5 +1,6 @@
 #pragma once
 
+#include <QApplication>
 #include <QDialog>
 #include <QPointer>
 
@@ -38,6 +39,13 @@ private:
     QPointer<QObject> m_engine;
     int m_resultado = 0;
 };
+
+// A new dialog over the host's active window, as the engine opens them.
+template <typename Dialog>
+Dialogo* nuevoDialogo()
+{
+    return new Dialog(QApplication::activeWindow());
+}
 
 namespace vbui {
 
