@@ -51,6 +51,7 @@ void dlgDato::construir()
     cNombre->setMaxLength(LargoNombre);
     cDescrip = vbui::campo<QPlainTextEdit>(grid, QStringLiteral("Descripción:"), QStringLiteral("cDescrip"), this);
     cDescrip->setVerticalScrollBarPolicy(Qt::ScrollBarAlwaysOn);
+    cDescrip->setHorizontalScrollBarPolicy(Qt::ScrollBarAlwaysOff);
     cDescrip->setTabChangesFocus(true);
     cDescrip->setFixedHeight(60);
     vbui::limitarLongitud(cDescrip, LargoDescripcion);
