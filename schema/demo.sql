@@ -50,8 +50,32 @@ INSERT INTO ut_bi_Semaforo (uf_FK_Indicador, uf_FK_Metrica, uf_Dia_Lim1, uf_Dia_
 INSERT INTO ut_bi_Tablero (uf_Nombre, uf_FK_Usuario) VALUES ('Mi tablero', 1);
 INSERT INTO ut_bi_TabIndicador (uf_FK_Tablero, uf_FK_Indicador, uf_FK_Entidad, uf_X, uf_Y, uf_W, uf_H, uf_pinicial, uf_Periodos,
     uf_l1, uf_l2, uf_l3, uf_l4, uf_l5, uf_l6, uf_l7, uf_l8)
-  SELECT t.Sys_PK, i.Sys_PK, 0, 20, 60, 320, 120, 2, 15, 0, 0, 0, 0, 0, 0, 0, 0
+  SELECT t.Sys_PK, i.Sys_PK, 0, 300, 1050, 4800, 1800, 2, 15, 5000, 0, 35000, 0, 150000, 0, 1800000, 0
   FROM ut_bi_Tablero t, ut_bi_Indicador i WHERE t.uf_Nombre = 'Mi tablero' AND i.uf_Nombre = 'Avance de ventas';
+INSERT INTO ut_bi_TabIndicador (uf_FK_Tablero, uf_FK_Indicador, uf_FK_Entidad, uf_X, uf_Y, uf_W, uf_H, uf_pinicial, uf_Periodos,
+    uf_l1, uf_l2, uf_l3, uf_l4, uf_l5, uf_l6, uf_l7, uf_l8)
+  SELECT t.Sys_PK, i.Sys_PK, 2, 5400, 1050, 2700, 3600, 0, 5, 10, 50, 10, 50, 10, 50, 10, 50
+  FROM ut_bi_Tablero t, ut_bi_Indicador i WHERE t.uf_Nombre = 'Mi tablero' AND i.uf_Nombre = 'Semáforo de existencias';
+INSERT INTO ut_bi_TabIndicador (uf_FK_Tablero, uf_FK_Indicador, uf_FK_Entidad, uf_X, uf_Y, uf_W, uf_H, uf_pinicial, uf_Periodos,
+    uf_l1, uf_l2, uf_l3, uf_l4, uf_l5, uf_l6, uf_l7, uf_l8)
+  SELECT t.Sys_PK, i.Sys_PK, 0, 300, 3000, 4800, 2400, 1, 0, 0, 0, 0, 0, 0, 0, 0, 0
+  FROM ut_bi_Tablero t, ut_bi_Indicador i WHERE t.uf_Nombre = 'Mi tablero' AND i.uf_Nombre = 'Resumen de ventas';
 INSERT INTO ut_bi_Fig (uf_FK_Tablero, uf_X, uf_Y, uf_W, uf_H, uf_Tipo, uf_Fuente, uf_Texto, uf_TamFuente, uf_atrib_fuente, uf_color, uf_fondo, uf_alin)
-  SELECT Sys_PK, 20, 10, 400, 40, 0, 'Arial', 'Ventas de la semana', 16, 1, 8388608, 16777215, 0
+  SELECT Sys_PK, 300, 150, 7800, 600, 0, 'DejaVu Sans', 'Ventas de la semana', 16, 1, 8388608, 16777215, 2
   FROM ut_bi_Tablero WHERE uf_Nombre = 'Mi tablero';
+INSERT INTO ut_bi_Fig (uf_FK_Tablero, uf_X, uf_Y, uf_W, uf_H, uf_Tipo, uf_Fuente, uf_Texto, uf_TamFuente, uf_atrib_fuente, uf_color, uf_fondo, uf_alin)
+  SELECT Sys_PK, 5400, 4800, 2700, 450, 0, 'DejaVu Sans', 'Datos al cierre del día', 9, 2, 8421504, 15790320, 1
+  FROM ut_bi_Tablero WHERE uf_Nombre = 'Mi tablero';
+
+-- Host tables the sample perspectives are bound to, so the entity search has rows to offer.
+CREATE TABLE IF NOT EXISTS Cliente (Sys_PK integer PRIMARY KEY, Nombre varchar(80), Ciudad varchar(50));
+CREATE TABLE IF NOT EXISTS Producto (Sys_PK integer PRIMARY KEY, Descripcion varchar(80), Codigo varchar(20));
+CREATE TABLE IF NOT EXISTS Sucursal (Sys_PK integer PRIMARY KEY, Nombre varchar(80), Ciudad varchar(50));
+INSERT INTO Cliente (Sys_PK, Nombre, Ciudad) SELECT 1, 'Ana López', 'Jerez' WHERE NOT EXISTS (SELECT 1 FROM Cliente WHERE Sys_PK = 1);
+INSERT INTO Cliente (Sys_PK, Nombre, Ciudad) SELECT 2, 'Bodegas del Sur', 'Sevilla' WHERE NOT EXISTS (SELECT 1 FROM Cliente WHERE Sys_PK = 2);
+INSERT INTO Cliente (Sys_PK, Nombre, Ciudad) SELECT 3, 'Carlos Ruiz', 'Cádiz' WHERE NOT EXISTS (SELECT 1 FROM Cliente WHERE Sys_PK = 3);
+INSERT INTO Producto (Sys_PK, Descripcion, Codigo) SELECT 1, 'Vino tinto crianza 75 cl', 'VT-075' WHERE NOT EXISTS (SELECT 1 FROM Producto WHERE Sys_PK = 1);
+INSERT INTO Producto (Sys_PK, Descripcion, Codigo) SELECT 2, 'Vino blanco joven 75 cl', 'VB-075' WHERE NOT EXISTS (SELECT 1 FROM Producto WHERE Sys_PK = 2);
+INSERT INTO Producto (Sys_PK, Descripcion, Codigo) SELECT 3, 'Fino en rama 37,5 cl', 'FR-037' WHERE NOT EXISTS (SELECT 1 FROM Producto WHERE Sys_PK = 3);
+INSERT INTO Sucursal (Sys_PK, Nombre, Ciudad) SELECT 1, 'Tienda Centro', 'Jerez' WHERE NOT EXISTS (SELECT 1 FROM Sucursal WHERE Sys_PK = 1);
+INSERT INTO Sucursal (Sys_PK, Nombre, Ciudad) SELECT 2, 'Tienda Puerto', 'El Puerto de Santa María' WHERE NOT EXISTS (SELECT 1 FROM Sucursal WHERE Sys_PK = 2);

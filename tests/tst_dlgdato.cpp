@@ -1,7 +1,7 @@
 // The metric editor driven through the engine as a user would use it.
 #include "dialogdriver.h"
 #include "engine/eengine.h"
-#include "fakeusermanagement.h"
+#include "enginefixture.h"
 #include "library/dialogo.h"
 #include "library/dlgdato.h"
 #include "modalanswerer.h"
@@ -18,8 +18,9 @@ class TstDlgDato : public QObject {
     Q_OBJECT
 
     TestDatabase db;
-    std::unique_ptr<EEngine> engine;
-    std::unique_ptr<FakeUserManagement> um;
+    EngineFixture fixture;
+    EEngine* engine = nullptr;
+    FakeUserManagement* um = nullptr;
 
     int count() { return db.scalar(QStringLiteral("SELECT COUNT(*) FROM ut_bi_Metrica")).toInt(); }
 
@@ -44,15 +45,6 @@ class TstDlgDato : public QObject {
     }
 
     // Expects a plain message box with that text and answers it.
-    static ModalAnswerer::Handler mensaje(QString* visto)
-    {
-        return [visto](QWidget* w) {
-            auto* box = qobject_cast<QMessageBox*>(w);
-            *visto = box ? box->text() + (box->icon() == QMessageBox::NoIcon ? QString() : QStringLiteral(" [icono]"))
-                         : QStringLiteral("<no message box>");
-            ModalAnswerer::press(w, QStringLiteral("Aceptar"));
-        };
-    }
 
 private slots:
     void initTestCase() { VBI_CREATE_TEST_DATABASE(db); }
@@ -60,16 +52,15 @@ private slots:
     void init()
     {
         db.clear();
-        engine = std::make_unique<EEngine>();
-        um = std::make_unique<FakeUserManagement>();
-        engine->SetConnection(&db.connection(), 1);
-        engine->SetUM(um.get());
+        fixture.preparar(db.connection());
+        engine = fixture.engine.get();
+        um = fixture.um.get();
     }
 
     void controlsCaptionsAndDefaults()
     {
         dlgDato dlg;
-        dlg.setEngine(engine.get());
+        dlg.setEngine(engine);
         dlg.Nuevo(4);
         QCOMPARE(dlg.objectName(), QStringLiteral("dlgDato"));
         QCOMPARE(dlg.windowTitle(), QStringLiteral("Propiedades de métrica"));
@@ -138,25 +129,25 @@ private slots:
             escribir(w, QStringLiteral("cCode"), QStringLiteral("   "));
             pulsar(w, QStringLiteral("cAceptar"));
         });
-        answerer.expect(mensaje(&m1));
+        answerer.expect(ModalAnswerer::anotar(&m1));
         answerer.expect([&](QWidget* w) {
             focos << foco(w);
             escribir(w, QStringLiteral("cNombre"), QStringLiteral("  Con blancos"));
             pulsar(w, QStringLiteral("cAceptar"));
         });
-        answerer.expect(mensaje(&m2));
+        answerer.expect(ModalAnswerer::anotar(&m2));
         answerer.expect([&](QWidget* w) {
             focos << foco(w);
             escribir(w, QStringLiteral("cTitulo"), QStringLiteral("T"));
             pulsar(w, QStringLiteral("cAceptar"));
         });
-        answerer.expect(mensaje(&m3));
+        answerer.expect(ModalAnswerer::anotar(&m3));
         answerer.expect([&](QWidget* w) {
             focos << foco(w);
             escribir(w, QStringLiteral("cDescrip"), QStringLiteral("D"));
             pulsar(w, QStringLiteral("cAceptar"));
         });
-        answerer.expect(mensaje(&m4));
+        answerer.expect(ModalAnswerer::anotar(&m4));
         answerer.expect([&](QWidget* w) {
             focos << foco(w);
             // blanks and line breaks: only blanks are trimmed, so this is not empty
@@ -245,7 +236,7 @@ private slots:
             db.openAnother()->Execute(QStringLiteral("DELETE FROM ut_bi_Metrica WHERE Sys_PK=%1").arg(key));
             pulsar(w, QStringLiteral("cAceptar"));
         });
-        answerer.expect(mensaje(&error));
+        answerer.expect(ModalAnswerer::anotar(&error));
         answerer.expect([](QWidget* w) { pulsar(w, QStringLiteral("cCancelar")); });
         QVERIFY(!engine->Form_Editar_Metrica(key));
         QCOMPARE(error, QStringLiteral("Error al guardar datos"));
@@ -266,7 +257,7 @@ private slots:
     void textBoxesHoldTheirDeclaredLengths()
     {
         dlgDato dlg;
-        dlg.setEngine(engine.get());
+        dlg.setEngine(engine);
         dlg.Nuevo(1);
         const QString huge(50000, QChar(0x05D0));
         for (const char* name : {"cNombre", "cTitulo", "cDescrip", "cCode"})
@@ -304,7 +295,7 @@ private slots:
             escribir(w, QStringLiteral("cCode"), QStringLiteral("return 0;"));
             pulsar(w, QStringLiteral("cAceptar"));
         });
-        answerer.expect(mensaje(&error));
+        answerer.expect(ModalAnswerer::anotar(&error));
         answerer.expect([](QWidget* w) { pulsar(w, QStringLiteral("cCancelar")); });
         QVERIFY(!engine->Form_Editar_Metrica(999999));
         QCOMPARE(error, QStringLiteral("Error al guardar datos"));

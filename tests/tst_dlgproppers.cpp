@@ -1,7 +1,7 @@
 // The perspective editor driven through the engine.
 #include "dialogdriver.h"
 #include "engine/eengine.h"
-#include "fakeusermanagement.h"
+#include "enginefixture.h"
 #include "library/dlgproppers.h"
 #include "modalanswerer.h"
 #include "model/eperspectiva.h"
@@ -15,8 +15,9 @@ class TstDlgPropPers : public QObject {
     Q_OBJECT
 
     TestDatabase db;
-    std::unique_ptr<EEngine> engine;
-    std::unique_ptr<FakeUserManagement> um;
+    EngineFixture fixture;
+    EEngine* engine = nullptr;
+    FakeUserManagement* um = nullptr;
 
     std::unique_ptr<EPerspectiva> cargar(int key)
     {
@@ -35,15 +36,6 @@ class TstDlgPropPers : public QObject {
         return p.Save(&db.connection()) ? p.Sys_PK() : 0;
     }
 
-    static ModalAnswerer::Handler mensaje(QString* visto)
-    {
-        return [visto](QWidget* w) {
-            auto* box = qobject_cast<QMessageBox*>(w);
-            *visto = box ? box->text() + (box->icon() == QMessageBox::NoIcon ? QString() : QStringLiteral(" [icono]"))
-                         : QStringLiteral("<no message box>");
-            ModalAnswerer::press(w, QStringLiteral("Aceptar"));
-        };
-    }
 
 private slots:
     void initTestCase() { VBI_CREATE_TEST_DATABASE(db); }
@@ -51,10 +43,9 @@ private slots:
     void init()
     {
         db.clear();
-        engine = std::make_unique<EEngine>();
-        um = std::make_unique<FakeUserManagement>();
-        engine->SetConnection(&db.connection(), 1);
-        engine->SetUM(um.get());
+        fixture.preparar(db.connection());
+        engine = fixture.engine.get();
+        um = fixture.um.get();
     }
 
     void controlsAndCaptions()
@@ -115,7 +106,7 @@ private slots:
             control<QLineEdit>(w, QStringLiteral("cEntidad"))->setFocus();
             pulsar(w, QStringLiteral("cAceptar"));
         });
-        answerer.expect(mensaje(&message));
+        answerer.expect(ModalAnswerer::anotar(&message));
         answerer.expect([&](QWidget* w) {
             focus = foco(w);
             pulsar(w, QStringLiteral("cCancelar"));
@@ -155,7 +146,7 @@ private slots:
             db.openAnother()->Execute(QStringLiteral("DELETE FROM ut_bi_Perspectiva"));
             pulsar(w, QStringLiteral("cAceptar"));
         });
-        answerer.expect(mensaje(&message));
+        answerer.expect(ModalAnswerer::anotar(&message));
         answerer.expect([](QWidget* w) { pulsar(w, QStringLiteral("cCancelar")); });
         QVERIFY(!engine->Form_Editar_Perspectiva(key));
         QCOMPARE(message, QStringLiteral("Error al guardar datos"));

@@ -1,7 +1,7 @@
 // The dashboard-name editor driven through the engine.
 #include "dialogdriver.h"
 #include "engine/eengine.h"
-#include "fakeusermanagement.h"
+#include "enginefixture.h"
 #include "library/dlgtablero.h"
 #include "modalanswerer.h"
 #include "model/etablero.h"
@@ -15,8 +15,9 @@ class TstDlgTablero : public QObject {
     Q_OBJECT
 
     TestDatabase db;
-    std::unique_ptr<EEngine> engine;
-    std::unique_ptr<FakeUserManagement> um;
+    EngineFixture fixture;
+    EEngine* engine = nullptr;
+    FakeUserManagement* um = nullptr;
 
     int guardar(const QString& nombre, int usuario)
     {
@@ -26,19 +27,6 @@ class TstDlgTablero : public QObject {
         return t.Save(&db.connection()) ? t.Sys_PK() : 0;
     }
 
-    static ModalAnswerer::Handler mensaje(QString* visto)
-    {
-        return [visto](QWidget* w) {
-            auto* box = qobject_cast<QMessageBox*>(w);
-            QString icon = QStringLiteral("none");
-            if (box && box->icon() == QMessageBox::Information)
-                icon = QStringLiteral("information");
-            else if (box && box->icon() == QMessageBox::Warning)
-                icon = QStringLiteral("exclamation");
-            *visto = box ? box->text() + QLatin1Char('|') + icon : QStringLiteral("<no message box>");
-            ModalAnswerer::press(w, QStringLiteral("Aceptar"));
-        };
-    }
 
 private slots:
     void initTestCase() { VBI_CREATE_TEST_DATABASE(db); }
@@ -46,10 +34,9 @@ private slots:
     void init()
     {
         db.clear();
-        engine = std::make_unique<EEngine>();
-        um = std::make_unique<FakeUserManagement>();
-        engine->SetConnection(&db.connection(), 1);
-        engine->SetUM(um.get());
+        fixture.preparar(db.connection());
+        engine = fixture.engine.get();
+        um = fixture.um.get();
     }
 
     void controlsAndCaptions()
@@ -92,7 +79,7 @@ private slots:
             control<QPushButton>(w, QStringLiteral("cmdAceptar"))->setFocus();
             pulsar(w, QStringLiteral("cmdAceptar"));
         });
-        answerer.expect(mensaje(&message));
+        answerer.expect(ModalAnswerer::anotar(&message));
         answerer.expect([&](QWidget* w) {
             focus = foco(w);
             pulsar(w, QStringLiteral("cmdCancel"));
@@ -131,7 +118,7 @@ private slots:
             db.openAnother()->Execute(QStringLiteral("DELETE FROM ut_bi_Tablero"));
             pulsar(w, QStringLiteral("cmdAceptar"));
         });
-        answerer.expect(mensaje(&message));
+        answerer.expect(ModalAnswerer::anotar(&message));
         answerer.expect([](QWidget* w) { pulsar(w, QStringLiteral("cmdCancel")); });
         QVERIFY(!engine->Form_Editar_Tablero(key));
         QCOMPARE(message, QStringLiteral("Error al guardar tablero. |exclamation"));

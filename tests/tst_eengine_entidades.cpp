@@ -1,7 +1,7 @@
 // The engine's entity factory, save by name and cascade deletes with their rights.
 #include "ado/connection.h"
 #include "engine/eengine.h"
-#include "fakeusermanagement.h"
+#include "enginefixture.h"
 #include "model/efigura.h"
 #include "model/eindicador.h"
 #include "model/emetrica.h"
@@ -46,8 +46,9 @@ class TstEEngineEntidades : public QObject {
     Q_OBJECT
 
     TestDatabase db;
-    std::unique_ptr<EEngine> engine;
-    std::unique_ptr<FakeUserManagement> um;
+    EngineFixture fixture;
+    EEngine* engine = nullptr;
+    FakeUserManagement* um = nullptr;
 
     int count(const QString& table, const QString& where = QString())
     {
@@ -90,10 +91,9 @@ private slots:
     void init()
     {
         db.clear();
-        engine = std::make_unique<EEngine>();
-        um = std::make_unique<FakeUserManagement>();
-        engine->SetConnection(&db.connection(), 1);
-        engine->SetUM(um.get());
+        fixture.preparar(db.connection());
+        engine = fixture.engine.get();
+        um = fixture.um.get();
         db.connection().setLogSql(true);
         db.connection().clearLog();
     }

@@ -2,7 +2,7 @@
 // or a missing user-management object does, and the entity-search questions.
 #include "engine/eengine.h"
 #include "engine/quelta.h"
-#include "fakeusermanagement.h"
+#include "enginefixture.h"
 #include "modalanswerer.h"
 #include "testdatabase.h"
 #include "vb/vb.h"
@@ -45,8 +45,9 @@ class TstFormularios : public QObject {
     Q_OBJECT
 
     TestDatabase db;
-    std::unique_ptr<EEngine> engine;
-    std::unique_ptr<FakeUserManagement> um;
+    EngineFixture fixture;
+    EEngine* engine = nullptr;
+    FakeUserManagement* um = nullptr;
 
 private slots:
     void initTestCase() { VBI_CREATE_TEST_DATABASE(db); }
@@ -54,10 +55,9 @@ private slots:
     void init()
     {
         db.clear();
-        engine = std::make_unique<EEngine>();
-        um = std::make_unique<FakeUserManagement>();
-        engine->SetConnection(&db.connection(), 1);
-        engine->SetUM(um.get());
+        fixture.preparar(db.connection());
+        engine = fixture.engine.get();
+        um = fixture.um.get();
     }
 
     void eachEntryPointAsksItsRightAndARefusalOpensNothing_data()
@@ -85,11 +85,11 @@ private slots:
         bool invoked = false;
         if (adding) {
             int key = -1;
-            invoked = QMetaObject::invokeMethod(engine.get(), name.constData(), Q_RETURN_ARG(int, key), Q_ARG(int, 1));
+            invoked = QMetaObject::invokeMethod(engine, name.constData(), Q_RETURN_ARG(int, key), Q_ARG(int, 1));
             result = key;
         } else {
             bool ok = true;
-            invoked = QMetaObject::invokeMethod(engine.get(), name.constData(), Q_RETURN_ARG(bool, ok), Q_ARG(int, 1));
+            invoked = QMetaObject::invokeMethod(engine, name.constData(), Q_RETURN_ARG(bool, ok), Q_ARG(int, 1));
             result = ok;
         }
         QVERIFY(invoked);
@@ -128,11 +128,11 @@ private slots:
         ModalAnswerer answerer;
         QString engineSet;
         answerer.expect([&](QWidget* w) {
-            engineSet = w->property("Engine").value<QObject*>() == engine.get() ? QStringLiteral("yes") : QStringLiteral("no");
+            engineSet = w->property("Engine").value<QObject*>() == engine ? QStringLiteral("yes") : QStringLiteral("no");
             QTest::keyClick(w, Qt::Key_Escape);
         });
         int key = -1;
-        QVERIFY(QMetaObject::invokeMethod(engine.get(), entry.toLatin1().constData(), Q_RETURN_ARG(int, key), Q_ARG(int, 0)));
+        QVERIFY(QMetaObject::invokeMethod(engine, entry.toLatin1().constData(), Q_RETURN_ARG(int, key), Q_ARG(int, 0)));
         QCOMPARE(key, 0);
         QCOMPARE(answerer.seen.size(), 1);
         QCOMPARE(answerer.seen.first().section(QLatin1Char('|'), 0, 0), dialog);

@@ -68,6 +68,9 @@ void limitarLongitud(QPlainTextEdit* editor, int maximo)
             if (used > maximo)
                 break;
         }
+        // Never keep half of a character written as a surrogate pair.
+        if (kept > 0 && text.at(kept - 1).isHighSurrogate())
+            --kept;
         QTextCursor cursor = editor->textCursor();
         const int position = int(qMin<qsizetype>(cursor.position(), kept));
         QSignalBlocker block(editor);

@@ -1,7 +1,5 @@
 #include "ebarraprogreso.h"
 
-#include "ado/connection.h"
-#include "mdl_consulta.h"
 #include "pasos.h"
 
 #include <QLocale>
@@ -21,13 +19,8 @@ EBarraProgreso::EBarraProgreso(QObject* parent)
 
 bool EBarraProgreso::Load(QObject* cnx, int FK)
 {
-    bool loaded = false;
-    model::paso([&] {
-        const auto rs = mdl_functions::AbrirConsulta(
-            cnx, QStringLiteral("Select * From ut_bi_barraprog Where uf_FK_Indicador=") + QString::number(FK));
-        if (!rs)
-            return;
-        const FilaConsulta row(*rs);
+    const QString sql = QStringLiteral("Select * From ut_bi_barraprog Where uf_FK_Indicador=") + QString::number(FK);
+    return model::cargarPrimeraFila(cnx, sql, [&](const FilaConsulta& row) {
         model::leer(row, QStringLiteral("uf_FK_Metrica"), m_fkMetrica);
         for (int i = 0; i < Periodos; ++i) {
             const QString stem = QStringLiteral("uf_") + QLatin1String(NombresPeriodo[i]);
@@ -38,9 +31,7 @@ bool EBarraProgreso::Load(QObject* cnx, int FK)
             model::leer(row, stem + QStringLiteral("_ColorDebajo"), barra.colorDebajo);
             model::leer(row, stem + QStringLiteral("_ColorArriba"), barra.colorArriba);
         }
-        loaded = true;
     });
-    return loaded;
 }
 
 // The statement is literal text with the doubles in the user's locale form.
@@ -48,25 +39,17 @@ bool EBarraProgreso::Load(QObject* cnx, int FK)
 // the INSERT fails; the host's existing data was written this way, so it stays.
 bool EBarraProgreso::Save(QObject* cnx, int FK)
 {
-    bool ran = false;
-    model::paso([&] {
-        const QLocale locale;
-        QStringList values{QString::number(FK), QString::number(m_fkMetrica)};
-        for (const Barra& barra : m_periodos) {
-            values << vb::CStr(barra.min, locale) << vb::CStr(barra.max, locale) << QString::number(barra.color)
-                   << QString::number(barra.colorDebajo) << QString::number(barra.colorArriba);
-        }
-        const QString sql = QStringLiteral(
-            "INSERT INTO ut_bi_barraprog (uf_FK_Indicador, uf_FK_Metrica,uf_Dia_Min,uf_Dia_Max,uf_Dia_Color,"
-            "uf_Dia_ColorDebajo,uf_Dia_ColorArriba,uf_Semana_Min,uf_Semana_Max,uf_Semana_Color,"
-            "uf_Semana_ColorDebajo,uf_Semana_ColorArriba,uf_Mes_Min,uf_Mes_Max,uf_Mes_Color,uf_Mes_ColorDebajo,"
-            "uf_Mes_ColorArriba,uf_Ano_Min,uf_Ano_Max,uf_Ano_Color,uf_Ano_ColorDebajo,uf_Ano_ColorArriba) "
-            "VALUES (") + values.join(QLatin1Char(',')) + QLatin1Char(')');
-        ado::Connection* connection = ado::openConnection(cnx);
-        if (!connection)
-            return;
-        connection->Execute(sql);
-        ran = true;
-    });
-    return ran;
+    const QLocale locale;
+    QStringList values{QString::number(FK), QString::number(m_fkMetrica)};
+    for (const Barra& barra : m_periodos) {
+        values << vb::CStr(barra.min, locale) << vb::CStr(barra.max, locale) << QString::number(barra.color)
+               << QString::number(barra.colorDebajo) << QString::number(barra.colorArriba);
+    }
+    const QString sql = QStringLiteral(
+        "INSERT INTO ut_bi_barraprog (uf_FK_Indicador, uf_FK_Metrica,uf_Dia_Min,uf_Dia_Max,uf_Dia_Color,"
+        "uf_Dia_ColorDebajo,uf_Dia_ColorArriba,uf_Semana_Min,uf_Semana_Max,uf_Semana_Color,"
+        "uf_Semana_ColorDebajo,uf_Semana_ColorArriba,uf_Mes_Min,uf_Mes_Max,uf_Mes_Color,uf_Mes_ColorDebajo,"
+        "uf_Mes_ColorArriba,uf_Ano_Min,uf_Ano_Max,uf_Ano_Color,uf_Ano_ColorDebajo,uf_Ano_ColorArriba) "
+        "VALUES (") + values.join(QLatin1Char(',')) + QLatin1Char(')');
+    return model::ejecutar(cnx, sql);
 }

@@ -1,7 +1,5 @@
 #include "ematrizgrafico.h"
 
-#include "ado/connection.h"
-#include "mdl_consulta.h"
 #include "pasos.h"
 
 #include <QStringList>
@@ -13,22 +11,15 @@ EMatrizGrafico::EMatrizGrafico(QObject* parent)
 
 bool EMatrizGrafico::Load(QObject* cnx, int FK)
 {
-    bool loaded = false;
-    model::paso([&] {
-        const auto rs = mdl_functions::AbrirConsulta(
-            cnx, QStringLiteral("Select * From ut_bi_matrizgraf Where uf_FK_Indicador=") + QString::number(FK));
-        if (!rs)
-            return;
-        const FilaConsulta row(*rs);
+    const QString sql = QStringLiteral("Select * From ut_bi_matrizgraf Where uf_FK_Indicador=") + QString::number(FK);
+    return model::cargarPrimeraFila(cnx, sql, [&](const FilaConsulta& row) {
         for (int i = 0; i < MetricasMatriz; ++i)
             model::leer(row, QStringLiteral("uf_FK_M_Metrica") + QString::number(i + 1), m_matriz[i]);
         for (int i = 0; i < MetricasGrafico; ++i)
             model::leer(row, QStringLiteral("uf_FK_G_Metrica") + QString::number(i + 1), m_grafico[i]);
         model::leer(row, QStringLiteral("uf_G_Titulo"), m_titulo);
         model::leer(row, QStringLiteral("uf_G_Tipo"), m_tipo);
-        loaded = true;
     });
-    return loaded;
 }
 
 // The title is the one text spliced into generated SQL. Apostrophes are
@@ -36,27 +27,19 @@ bool EMatrizGrafico::Load(QObject* cnx, int FK)
 // one; every other character goes through as typed.
 bool EMatrizGrafico::Save(QObject* cnx, int FK)
 {
-    bool ran = false;
-    model::paso([&] {
-        QStringList values{QString::number(FK)};
-        for (int metrica : m_matriz)
-            values << QString::number(metrica);
-        for (int metrica : m_grafico)
-            values << QString::number(metrica);
-        QString titulo = m_titulo;
-        titulo.remove(QLatin1Char('\''));
-        const QString sql = QStringLiteral(
-            "INSERT INTO ut_bi_matrizgraf (uf_FK_Indicador, uf_FK_M_Metrica1,uf_FK_M_Metrica2,uf_FK_M_Metrica3,"
-            "uf_FK_M_Metrica4,uf_FK_M_Metrica5,uf_FK_M_Metrica6,uf_FK_M_Metrica7,uf_FK_M_Metrica8,"
-            "uf_FK_M_Metrica9,uf_FK_M_Metrica10,uf_FK_G_Metrica1,uf_FK_G_Metrica2,uf_FK_G_Metrica3,"
-            "uf_FK_G_Metrica4,uf_FK_G_Metrica5,uf_G_Titulo,uf_G_Tipo) VALUES (")
-            + values.join(QLatin1Char(',')) + QStringLiteral(",'") + titulo + QStringLiteral("',")
-            + QString::number(m_tipo) + QLatin1Char(')');
-        ado::Connection* connection = ado::openConnection(cnx);
-        if (!connection)
-            return;
-        connection->Execute(sql);
-        ran = true;
-    });
-    return ran;
+    QStringList values{QString::number(FK)};
+    for (int metrica : m_matriz)
+        values << QString::number(metrica);
+    for (int metrica : m_grafico)
+        values << QString::number(metrica);
+    QString titulo = m_titulo;
+    titulo.remove(QLatin1Char('\''));
+    const QString sql = QStringLiteral(
+        "INSERT INTO ut_bi_matrizgraf (uf_FK_Indicador, uf_FK_M_Metrica1,uf_FK_M_Metrica2,uf_FK_M_Metrica3,"
+        "uf_FK_M_Metrica4,uf_FK_M_Metrica5,uf_FK_M_Metrica6,uf_FK_M_Metrica7,uf_FK_M_Metrica8,"
+        "uf_FK_M_Metrica9,uf_FK_M_Metrica10,uf_FK_G_Metrica1,uf_FK_G_Metrica2,uf_FK_G_Metrica3,"
+        "uf_FK_G_Metrica4,uf_FK_G_Metrica5,uf_G_Titulo,uf_G_Tipo) VALUES (")
+        + values.join(QLatin1Char(',')) + QStringLiteral(",'") + titulo + QStringLiteral("',")
+        + QString::number(m_tipo) + QLatin1Char(')');
+    return model::ejecutar(cnx, sql);
 }

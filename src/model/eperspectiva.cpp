@@ -1,6 +1,5 @@
 #include "eperspectiva.h"
 
-#include "mdl_consulta.h"
 #include "pasos.h"
 #include "registrotabla.h"
 
@@ -12,18 +11,16 @@ EPerspectiva::EPerspectiva(QObject* parent)
 // The one entity load that reads through a plain query instead of the row component.
 bool EPerspectiva::Load(QObject* cnx, int PK)
 {
-    const auto rs = mdl_functions::AbrirConsulta(
-        cnx, QStringLiteral("Select Sys_PK, uf_Nombre, uf_Entidad, uf_Grupos, uf_padre FROM ut_bi_perspectiva WHERE Sys_PK=")
-                 + QString::number(PK));
-    if (!rs)
-        return false;
-    const FilaConsulta row(*rs);
-    model::leer(row, QStringLiteral("Sys_PK"), m_sysPK);
-    model::leer(row, QStringLiteral("uf_Nombre"), m_nombre);
-    model::leer(row, QStringLiteral("uf_Entidad"), m_entidadAsociada);
-    model::leer(row, QStringLiteral("uf_Grupos"), m_grupos);
-    model::leer(row, QStringLiteral("uf_padre"), m_fkPadre);
-    return true;
+    const QString sql =
+        QStringLiteral("Select Sys_PK, uf_Nombre, uf_Entidad, uf_Grupos, uf_padre FROM ut_bi_perspectiva WHERE Sys_PK=")
+        + QString::number(PK);
+    return model::cargarPrimeraFila(cnx, sql, [&](const FilaConsulta& row) {
+        model::leer(row, QStringLiteral("Sys_PK"), m_sysPK);
+        model::leer(row, QStringLiteral("uf_Nombre"), m_nombre);
+        model::leer(row, QStringLiteral("uf_Entidad"), m_entidadAsociada);
+        model::leer(row, QStringLiteral("uf_Grupos"), m_grupos);
+        model::leer(row, QStringLiteral("uf_padre"), m_fkPadre);
+    });
 }
 
 bool EPerspectiva::Save(QObject* cnx)

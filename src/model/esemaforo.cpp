@@ -1,7 +1,5 @@
 #include "esemaforo.h"
 
-#include "ado/connection.h"
-#include "mdl_consulta.h"
 #include "pasos.h"
 
 #include <QLocale>
@@ -21,13 +19,8 @@ ESemaforo::ESemaforo(QObject* parent)
 
 bool ESemaforo::Load(QObject* cnx, int FK)
 {
-    bool loaded = false;
-    model::paso([&] {
-        const auto rs = mdl_functions::AbrirConsulta(
-            cnx, QStringLiteral("Select * From ut_bi_semaforo Where uf_FK_Indicador=") + QString::number(FK));
-        if (!rs)
-            return;
-        const FilaConsulta row(*rs);
+    const QString sql = QStringLiteral("Select * From ut_bi_semaforo Where uf_FK_Indicador=") + QString::number(FK);
+    return model::cargarPrimeraFila(cnx, sql, [&](const FilaConsulta& row) {
         model::leer(row, QStringLiteral("uf_FK_Metrica"), m_fkMetrica);
         for (int i = 0; i < Periodos; ++i) {
             const QString stem = QStringLiteral("uf_") + QLatin1String(NombresPeriodo[i]);
@@ -43,9 +36,7 @@ bool ESemaforo::Load(QObject* cnx, int FK)
             if (!vb::isNull(invertido) && vb::toBoolean(invertido))
                 m_descendente = true;
         });
-        loaded = true;
     });
-    return loaded;
 }
 
 // The statement is literal text with the doubles in the user's locale form;
@@ -53,22 +44,14 @@ bool ESemaforo::Load(QObject* cnx, int FK)
 // the host already holds were written the same way.
 bool ESemaforo::Save(QObject* cnx, int FK)
 {
-    bool ran = false;
-    model::paso([&] {
-        const QLocale locale;
-        QStringList values{QString::number(FK), QString::number(m_fkMetrica)};
-        for (const auto& limites : m_limites)
-            values << vb::CStr(limites[0], locale) << vb::CStr(limites[1], locale);
-        values << (m_descendente ? QStringLiteral("1") : QStringLiteral("0"));
-        const QString sql = QStringLiteral(
-            "INSERT INTO ut_bi_semaforo (uf_FK_Indicador,uf_FK_Metrica, uf_Dia_Lim1,uf_Dia_Lim2, "
-            "uf_Semana_Lim1,uf_Semana_Lim2, uf_Mes_Lim1, uf_Mes_Lim2, uf_Ano_Lim1,uf_Ano_lim2,uf_invertido) "
-            "VALUES(") + values.join(QLatin1Char(',')) + QLatin1Char(')');
-        ado::Connection* connection = ado::openConnection(cnx);
-        if (!connection)
-            return;
-        connection->Execute(sql);
-        ran = true;
-    });
-    return ran;
+    const QLocale locale;
+    QStringList values{QString::number(FK), QString::number(m_fkMetrica)};
+    for (const auto& limites : m_limites)
+        values << vb::CStr(limites[0], locale) << vb::CStr(limites[1], locale);
+    values << (m_descendente ? QStringLiteral("1") : QStringLiteral("0"));
+    const QString sql = QStringLiteral(
+        "INSERT INTO ut_bi_semaforo (uf_FK_Indicador,uf_FK_Metrica, uf_Dia_Lim1,uf_Dia_Lim2, "
+        "uf_Semana_Lim1,uf_Semana_Lim2, uf_Mes_Lim1, uf_Mes_Lim2, uf_Ano_Lim1,uf_Ano_lim2,uf_invertido) "
+        "VALUES(") + values.join(QLatin1Char(',')) + QLatin1Char(')');
+    return model::ejecutar(cnx, sql);
 }

@@ -1,5 +1,6 @@
 #include "pasos.h"
 
+#include "ado/connection.h"
 #include "registrotabla.h"
 
 namespace model {
@@ -27,6 +28,19 @@ bool escribir(RegistroTabla& reg, int& sysPK)
         return false;
     sysPK = reg.PK();
     return true;
+}
+
+bool ejecutar(QObject* cnx, const QString& sql)
+{
+    bool ran = false;
+    paso([&] {
+        ado::Connection* connection = ado::openConnection(cnx);
+        if (!connection)
+            return;
+        connection->Execute(sql);
+        ran = true;
+    });
+    return ran;
 }
 
 } // namespace model

@@ -6,6 +6,8 @@
 #include "vb/variantconv.h"
 #include "vb/vb.h"
 
+#include "mdl_consulta.h"
+
 #include <QString>
 #include <QVariant>
 
@@ -75,4 +77,27 @@ void asignar(RegistroTabla& reg, const QString& column, const QVariant& value);
 // Writes the row; on success the entity's key takes the row's key.
 bool escribir(RegistroTabla& reg, int& sysPK);
 
+// Runs a statement that returns no rows; false when there is no open
+// connection or the database refuses it.
+bool ejecutar(QObject* cnx, const QString& sql);
+
+// Hands the first row of the query to the filler; false when the query fails
+// or returns no row, and then the filler never runs.
+template <typename Filler>
+bool cargarPrimeraFila(QObject* cnx, const QString& sql, Filler llenar);
+
 } // namespace model
+
+template <typename Filler>
+bool model::cargarPrimeraFila(QObject* cnx, const QString& sql, Filler llenar)
+{
+    bool loaded = false;
+    paso([&] {
+        const auto rs = mdl_functions::AbrirConsulta(cnx, sql);
+        if (!rs)
+            return;
+        llenar(FilaConsulta(*rs));
+        loaded = true;
+    });
+    return loaded;
+}

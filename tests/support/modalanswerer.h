@@ -5,6 +5,7 @@
 
 #include <QAbstractButton>
 #include <QApplication>
+#include <QHash>
 #include <QMessageBox>
 #include <QPointer>
 #include <QStringList>
@@ -43,6 +44,27 @@ public:
                 return;
             }
         }
+    }
+
+    // A handler for a message box: notes its text, followed by "|" and the
+    // icon's name when it has one, and presses "Aceptar".
+    static Handler anotar(QString* visto)
+    {
+        return [visto](QWidget* w) {
+            auto* box = qobject_cast<QMessageBox*>(w);
+            if (!box) {
+                *visto = QStringLiteral("<no message box: %1>").arg(w->objectName());
+                return;
+            }
+            static const QHash<int, QString> icons{{QMessageBox::Information, QStringLiteral("information")},
+                                                   {QMessageBox::Warning, QStringLiteral("exclamation")},
+                                                   {QMessageBox::Question, QStringLiteral("question")},
+                                                   {QMessageBox::Critical, QStringLiteral("critical")}};
+            *visto = box->text();
+            if (box->icon() != QMessageBox::NoIcon)
+                *visto += QLatin1Char('|') + icons.value(box->icon());
+            press(w, QStringLiteral("Aceptar"));
+        };
     }
 
 private:

@@ -1,0 +1,156 @@
+#include "elementotablero.h"
+
+#include "vb/vb.h"
+
+#include <QCursor>
+#include <QGraphicsSceneMouseEvent>
+#include <QPainter>
+#include <QStyleOptionGraphicsItem>
+
+namespace {
+
+constexpr qreal Esquina = 10.0;   // pixels of the corner that resizes
+constexpr qreal TamanoMinimo = 20.0;
+
+int entero(const QObject* o, const char* nombre)
+{
+    return o ? o->property(nombre).toInt() : 0;
+}
+
+} // namespace
+
+ElementoTablero::ElementoTablero(QObject* entidad, const QString& descripcion, QGraphicsItem* parent)
+    : QGraphicsObject(parent)
+    , m_entidad(entidad)
+    , m_descripcion(descripcion)
+{
+    setFlags(ItemIsMovable | ItemIsSelectable | ItemSendsGeometryChanges);
+    setAcceptHoverEvents(true);
+    setPos(vb::twipsToPixels(entero(entidad, "x")), vb::twipsToPixels(entero(entidad, "Y")));
+}
+
+bool ElementoTablero::esFigura() const
+{
+    return m_entidad && m_entidad->metaObject()->indexOfProperty("Texto") >= 0;
+}
+
+QSizeF ElementoTablero::tamano() const
+{
+    return QSizeF(qMax<qreal>(TamanoMinimo, vb::twipsToPixels(entero(m_entidad, "W"))),
+                  qMax<qreal>(TamanoMinimo, vb::twipsToPixels(entero(m_entidad, "H"))));
+}
+
+QRectF ElementoTablero::boundingRect() const
+{
+    return QRectF(QPointF(0, 0), tamano()).adjusted(-1, -1, 1, 1);
+}
+
+void ElementoTablero::paint(QPainter* painter, const QStyleOptionGraphicsItem* option, QWidget* /*widget*/)
+{
+    const QRectF area(QPointF(0, 0), tamano());
+    if (esFigura())
+        pintarFigura(painter, area);
+    else
+        pintarIndicador(painter, area);
+    if (option->state & QStyle::State_Selected) {
+        painter->setPen(QPen(QColor(0, 120, 215), 1, Qt::DashLine));
+        painter->setBrush(Qt::NoBrush);
+        painter->drawRect(area);
+        painter->fillRect(QRectF(area.bottomRight() - QPointF(Esquina, Esquina), area.bottomRight()), QColor(0, 120, 215));
+    }
+}
+
+void ElementoTablero::pintarIndicador(QPainter* painter, const QRectF& area) const
+{
+    painter->setRenderHint(QPainter::Antialiasing);
+    painter->setPen(QPen(QColor(90, 110, 140), 1));
+    painter->setBrush(QColor(236, 242, 250));
+    painter->drawRoundedRect(area.adjusted(0.5, 0.5, -0.5, -0.5), 6, 6);
+    painter->setPen(QColor(30, 40, 60));
+    painter->drawText(area.adjusted(8, 6, -8, -6), Qt::AlignLeft | Qt::AlignTop | Qt::TextWordWrap, m_descripcion);
+}
+
+void ElementoTablero::pintarFigura(QPainter* painter, const QRectF& area) const
+{
+    const QObject* f = m_entidad.data();
+    painter->fillRect(area, vb::oleToColor(entero(f, "ColorFondo")));
+    QFont font(f->property("Fuente").toString());
+    font.setPointSize(qMax(1, entero(f, "Tam_fuente")));
+    font.setBold(f->property("Negrita").toBool());
+    font.setItalic(f->property("Cursiva").toBool());
+    font.setUnderline(f->property("Subrayado").toBool());
+    painter->setFont(font);
+    painter->setPen(vb::oleToColor(entero(f, "Color")));
+    // Alignment codes of a label: 0 left, 1 right, 2 centre.
+    const int alineacion = entero(f, "Alineacion");
+    const Qt::Alignment horizontal = alineacion == 1 ? Qt::AlignRight : alineacion == 2 ? Qt::AlignHCenter : Qt::AlignLeft;
+    painter->drawText(area.adjusted(2, 1, -2, -1), horizontal | Qt::AlignTop | Qt::TextWordWrap,
+                      f->property("Texto").toString());
+}
+
+// Items stay on the dashboard: a position left of or above its origin has no meaning for the renderer.
+QVariant ElementoTablero::itemChange(GraphicsItemChange change, const QVariant& value)
+{
+    if (change == ItemPositionChange) {
+        const QPointF p = value.toPointF();
+        return QPointF(qMax<qreal>(0, p.x()), qMax<qreal>(0, p.y()));
+    }
+    return QGraphicsObject::itemChange(change, value);
+}
+
+bool ElementoTablero::enEsquina(const QPointF& punto) const
+{
+    const QSizeF size = tamano();
+    return punto.x() >= size.width() - Esquina && punto.y() >= size.height() - Esquina;
+}
+
+void ElementoTablero::hoverMoveEvent(QGraphicsSceneHoverEvent* event)
+{
+    setCursor(enEsquina(event->pos()) ? Qt::SizeFDiagCursor : Qt::SizeAllCursor);
+}
+
+void ElementoTablero::mousePressEvent(QGraphicsSceneMouseEvent* event)
+{
+    m_redimensionando = event->button() == Qt::LeftButton && enEsquina(event->pos());
+    m_movido = false;
+    QGraphicsObject::mousePressEvent(event);
+}
+
+void ElementoTablero::mouseMoveEvent(QGraphicsSceneMouseEvent* event)
+{
+    m_movido = true;
+    if (!m_redimensionando) {
+        QGraphicsObject::mouseMoveEvent(event);
+        return;
+    }
+    prepareGeometryChange();
+    const QPointF size(qMax(TamanoMinimo, event->pos().x()), qMax(TamanoMinimo, event->pos().y()));
+    m_entidad->setProperty("W", vb::pixelsToTwips(qRound(size.x())));
+    m_entidad->setProperty("H", vb::pixelsToTwips(qRound(size.y())));
+    update();
+}
+
+void ElementoTablero::mouseReleaseEvent(QGraphicsSceneMouseEvent* event)
+{
+    QGraphicsObject::mouseReleaseEvent(event);
+    if (m_movido) {
+        guardarGeometria();
+        emit cambiado(this);
+    }
+    m_redimensionando = false;
+    m_movido = false;
+}
+
+void ElementoTablero::mouseDoubleClickEvent(QGraphicsSceneMouseEvent* event)
+{
+    QGraphicsObject::mouseDoubleClickEvent(event);
+    emit editar(this);
+}
+
+void ElementoTablero::guardarGeometria()
+{
+    if (!m_entidad)
+        return;
+    m_entidad->setProperty("x", vb::pixelsToTwips(qRound(pos().x())));
+    m_entidad->setProperty("Y", vb::pixelsToTwips(qRound(pos().y())));
+}

@@ -1,0 +1,201 @@
+#include "ventanademo.h"
+
+#include "ado/recordset.h"
+#include "elementotablero.h"
+#include "engine/eengine.h"
+#include "engine/msgbox.h"
+#include "model/coleccion.h"
+#include "model/vendimarbi.h"
+#include "vb/automationerror.h"
+
+#include <QAction>
+#include <QGraphicsScene>
+#include <QGraphicsView>
+#include <QLabel>
+#include <QListWidget>
+#include <QMenuBar>
+#include <QSplitter>
+#include <QStatusBar>
+#include <QToolBar>
+#include <QVBoxLayout>
+
+using namespace VendimarBI;
+
+namespace {
+
+// The drawing area of a dashboard: 10,000 × 7,000 twips.
+const QRectF AreaTablero(0, 0, 10000 / 15.0, 7000 / 15.0);
+
+QString nombreTipo(int tipo)
+{
+    switch (tipo) {
+    case cBarraProgreso:
+        return QStringLiteral("Barra de progreso");
+    case cMatrizGrafico:
+        return QStringLiteral("Matriz y gráfico");
+    case cSemaforo:
+        return QStringLiteral("Semáforo");
+    default:
+        return QStringLiteral("Indicador");
+    }
+}
+
+} // namespace
+
+VentanaDemo::VentanaDemo(EEngine* engine, int usuario, const QString& descripcionBase, QWidget* parent)
+    : QMainWindow(parent)
+    , m_engine(engine)
+    , m_usuario(usuario)
+{
+    setObjectName(QStringLiteral("VentanaDemo"));
+    setWindowTitle(QStringLiteral("VendimarBI — Diseñador de tableros (usuario %1)").arg(usuario));
+    auto* lateral = new QWidget(this);
+    auto* lateralLayout = new QVBoxLayout(lateral);
+    lateralLayout->addWidget(new QLabel(QStringLiteral("Mis tableros:"), lateral));
+    lstTableros = new QListWidget(lateral);
+    lstTableros->setObjectName(QStringLiteral("lstTableros"));
+    lateralLayout->addWidget(lstTableros);
+    m_escena = new QGraphicsScene(AreaTablero, this);
+    m_vista = new QGraphicsView(m_escena, this);
+    m_vista->setObjectName(QStringLiteral("vistaTablero"));
+    m_vista->setBackgroundBrush(QColor(250, 250, 250));
+    m_vista->setRenderHint(QPainter::Antialiasing);
+    m_vista->setAlignment(Qt::AlignLeft | Qt::AlignTop);
+    auto* splitter = new QSplitter(this);
+    splitter->addWidget(lateral);
+    splitter->addWidget(m_vista);
+    splitter->setStretchFactor(1, 1);
+    splitter->setSizes({200, 700});
+    setCentralWidget(splitter);
+    statusBar()->showMessage(descripcionBase);
+    construirAcciones();
+    connect(lstTableros, &QListWidget::currentRowChanged, this, &VentanaDemo::mostrarTablero);
+    cargarTableros();
+    resize(980, 620);
+}
+
+VentanaDemo::~VentanaDemo()
+{
+    m_escena->clear();
+}
+
+void VentanaDemo::construirAcciones()
+{
+    struct Accion {
+        const char* menu;
+        const char* texto;
+        const char* nombre;
+        std::function<void()> hacer;
+    };
+    const QList<Accion> acciones{
+        {"&Biblioteca", "Biblioteca de &métricas", "actBibliotecaMetricas", [this] { m_engine->Biblioteca_Metricas(); }},
+        {"&Biblioteca", "Biblioteca de &indicadores", "actBibliotecaIndicadores",
+         [this] { m_engine->Biblioteca_Indicadores(); mostrarTablero(); }},
+        {"&Tablero", "&Nuevo tablero…", "actNuevoTablero", [this] { nuevoTablero(); }},
+        {"&Tablero", "&Renombrar tablero…", "actRenombrarTablero", [this] { renombrarTablero(); }},
+        {"&Tablero", "&Eliminar tablero", "actEliminarTablero", [this] { eliminarTablero(); }},
+        {"&Elementos", "Colocar &indicador…", "actColocarIndicador", [this] { colocarIndicador(); }},
+        {"&Elementos", "Agregar &texto…", "actAgregarTexto", [this] { agregarTexto(); }},
+        {"&Elementos", "&Editar elemento…", "actEditarElemento", [this] { editarElemento(elementoSeleccionado()); }},
+        {"&Elementos", "E&liminar elemento", "actEliminarElemento", [this] { eliminarElemento(); }},
+    };
+    QToolBar* barra = addToolBar(QStringLiteral("Acciones"));
+    barra->setObjectName(QStringLiteral("barraAcciones"));
+    barra->setToolButtonStyle(Qt::ToolButtonTextOnly);
+    QHash<QString, QMenu*> menus;
+    for (const Accion& a : acciones) {
+        const QString menuName = QString::fromUtf8(a.menu);
+        if (!menus.contains(menuName))
+            menus.insert(menuName, menuBar()->addMenu(menuName));
+        QAction* action = menus.value(menuName)->addAction(QString::fromUtf8(a.texto));
+        action->setObjectName(QString::fromLatin1(a.nombre));
+        connect(action, &QAction::triggered, this, a.hacer);
+        barra->addAction(action);
+    }
+    QAction* salir = menus.value(QStringLiteral("&Tablero"))->addAction(QStringLiteral("&Salir"));
+    connect(salir, &QAction::triggered, this, &QWidget::close);
+}
+
+void VentanaDemo::cargarTableros()
+{
+    const int anterior = tableroActual();
+    QSignalBlocker block(lstTableros);
+    lstTableros->clear();
+    std::unique_ptr<QObject> abierto(m_engine->OpenRecordset(
+        QStringLiteral("SELECT Sys_PK, uf_Nombre FROM ut_bi_Tablero WHERE uf_FK_Usuario=%1 ORDER BY uf_Nombre, Sys_PK")
+            .arg(m_usuario),
+        m_engine->ADOCnn()));
+    if (auto* rs = qobject_cast<ado::Recordset*>(abierto.get())) {
+        for (; !rs->atEnd(); rs->MoveNext()) {
+            auto* item = new QListWidgetItem(m_engine->fieldValue(rs, QStringLiteral("uf_Nombre")).toString(), lstTableros);
+            item->setData(Qt::UserRole, m_engine->fieldValue(rs, QStringLiteral("Sys_PK")).toInt());
+        }
+    }
+    block.unblock();
+    seleccionarTablero(anterior);
+}
+
+int VentanaDemo::tableroActual() const
+{
+    QListWidgetItem* item = lstTableros->currentItem();
+    return item ? item->data(Qt::UserRole).toInt() : 0;
+}
+
+void VentanaDemo::seleccionarTablero(int clave)
+{
+    int fila = lstTableros->count() > 0 ? 0 : -1;
+    for (int i = 0; i < lstTableros->count(); ++i) {
+        if (lstTableros->item(i)->data(Qt::UserRole).toInt() == clave)
+            fila = i;
+    }
+    lstTableros->setCurrentRow(fila);
+    mostrarTablero();
+}
+
+QString VentanaDemo::describirIndicador(int clave)
+{
+    try {
+        std::unique_ptr<QObject> indicador(m_engine->CargarEntidad(cIndicador, clave));
+        if (indicador)
+            return nombreTipo(indicador->property("Tipo").toInt()) + QLatin1Char('\n') + indicador->property("Nombre").toString();
+    } catch (const vb::AutomationError&) {
+    }
+    return QStringLiteral("Indicador %1\n(no encontrado)").arg(clave);
+}
+
+void VentanaDemo::mostrarTablero()
+{
+    m_escena->clear();
+    m_tablero.reset();
+    const int clave = tableroActual();
+    if (clave <= 0)
+        return;
+    try {
+        m_tablero.reset(m_engine->CargarEntidad(cTablero, clave));
+    } catch (const vb::AutomationError&) {
+    }
+    if (!m_tablero)
+        return;
+    if (auto* indicadores = m_tablero->property("Indicadores").value<Coleccion*>()) {
+        for (QObject* tab : *indicadores)
+            agregarElemento(tab, describirIndicador(tab->property("FK_Indicador").toInt()));
+    }
+    if (auto* figuras = m_tablero->property("Figuras").value<Coleccion*>()) {
+        for (QObject* figura : *figuras)
+            agregarElemento(figura, QString());
+    }
+}
+
+void VentanaDemo::agregarElemento(QObject* entidad, const QString& descripcion)
+{
+    auto* elemento = new ElementoTablero(entidad, descripcion);
+    m_escena->addItem(elemento);
+    connect(elemento, &ElementoTablero::cambiado, this, &VentanaDemo::guardarElemento);
+    connect(elemento, &ElementoTablero::editar, this, &VentanaDemo::editarElemento);
+}
+
+ElementoTablero* VentanaDemo::elementoSeleccionado() const
+{
+    const QList<QGraphicsItem*> seleccion = m_escena->selectedItems();
+    return seleccion.isEmpty() ? nullptr : dynamic_cast<ElementoTablero*>(seleccion.first());
+}

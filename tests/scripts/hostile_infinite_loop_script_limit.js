@@ -1,0 +1,4 @@
+// The script sets its own, short, time limit and then never ends.
+setTimeLimit(0.5);
+while (true) {
+}

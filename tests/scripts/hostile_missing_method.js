@@ -1,0 +1,3 @@
+// EEngine has no method Publicar.
+var engine = CreateObject("VendimarBI.EEngine");
+engine.Publicar(1);

@@ -1,0 +1,1 @@
+var engine = CreateObject("VendimarBI.EEngine";

@@ -1,0 +1,1 @@
+var word = CreateObject("Word.Application");
