@@ -7,6 +7,7 @@
 #include <QColorDialog>
 #include <QFontDialog>
 #include <QFontInfo>
+#include <QFontMetrics>
 #include <QLabel>
 #include <QPlainTextEdit>
 #include <QPushButton>
@@ -56,6 +57,41 @@ double puntosDe(const QFont& font)
     return puntos > 0 ? puntos : QFontInfo(font).pointSizeF();
 }
 
+// The form keeps its original twips, which were measured for a narrower
+// system font; a caption that would not fit its control at the platform's
+// font gets the same font a little smaller, so every word stays whole.
+void ajustarTexto(QAbstractButton* control, int margen)
+{
+    QFont font = control->font();
+    const QString texto = control->text().remove(QLatin1Char('&'));
+    while (font.pointSizeF() > 6.5 && QFontMetrics(font).horizontalAdvance(texto) + margen > control->width())
+        font.setPointSizeF(font.pointSizeF() - 0.5);
+    control->setFont(font);
+}
+
+// Controls of one row or column share the size the widest caption needs.
+void igualarFuentes(const QList<QAbstractButton*>& controles, int margen)
+{
+    double menor = controles.first()->font().pointSizeF();
+    for (QAbstractButton* control : controles) {
+        ajustarTexto(control, margen);
+        menor = qMin(menor, control->font().pointSizeF());
+    }
+    for (QAbstractButton* control : controles) {
+        QFont font = control->font();
+        font.setPointSizeF(menor);
+        control->setFont(font);
+    }
+}
+
+void ajustarTexto(QLabel* control)
+{
+    QFont font = control->font();
+    while (font.pointSizeF() > 6.5 && QFontMetrics(font).horizontalAdvance(control->text()) > control->width())
+        font.setPointSizeF(font.pointSizeF() - 0.5);
+    control->setFont(font);
+}
+
 Qt::Alignment alineacionQt(int codigo)
 {
     // A label draws its text from the top, whatever the horizontal alignment.
@@ -92,6 +128,7 @@ void dlgFig::construir()
     // Tab leaves the box, as it does in every other text box of the component;
     // Enter stays in it and breaks the line.
     cTexto->setTabChangesFocus(true);
+    cTexto->setHorizontalScrollBarPolicy(Qt::ScrollBarAlwaysOff);
     vbui::limitarLongitud(cTexto, LargoTexto);
     colocar(cTexto, 900, 240, 6330, 1065);
 
@@ -137,6 +174,10 @@ void dlgFig::construir()
     cmdCancel = new QPushButton(QStringLiteral("&Cancelar"), this);
     cmdCancel->setObjectName(QStringLiteral("cmdCancel"));
     colocar(cmdCancel, 4050, 4080, 1215, 495);
+
+    ajustarTexto(Label);
+    igualarFuentes({cFont, cColor, cFondo}, 12);
+    igualarFuentes({opt[0], opt[1], opt[2]}, 24);
 
     // The options run left to right on screen, so their indexes do not.
     setTabOrder(cTexto, opt[Izquierda]);

@@ -16,6 +16,7 @@
 #include "model/etabindicador.h"
 #include "ado/recordset.h"
 #include "schemainstaller.h"
+#include "ventanademo.h"
 #include "vb/automationerror.h"
 
 #include <QDir>
@@ -38,7 +39,8 @@ int primeraClave(ado::Connection& cnx, const QString& sql)
 bool capturar(QWidget& ventana, const QString& archivo)
 {
     ventana.show();
-    ventana.adjustSize();
+    if (ventana.inherits("QDialog"))
+        ventana.adjustSize();
     return ventana.grab().save(archivo);
 }
 
@@ -75,6 +77,7 @@ int escribirCapturas(const QString& carpeta, QString* error)
             return dialogo;
         };
         const QList<Captura> capturas{
+            {QStringLiteral("vbi-demo.png"), [&] { return std::unique_ptr<QWidget>(new VentanaDemo(&engine, 1, cnx.ConnectionString())); }},
             {QStringLiteral("dlgDato.png"), [&] { auto* d = conMotor(new dlgDato); d->Edit(metrica); return std::unique_ptr<QWidget>(d); }},
             {QStringLiteral("dlgPropPers.png"), [&] { auto* d = conMotor(new dlgPropPers); d->Edit(perspectiva); return std::unique_ptr<QWidget>(d); }},
             {QStringLiteral("dlgTablero.png"), [&] { auto* d = conMotor(new dlgTablero); d->Edit(tablero); return std::unique_ptr<QWidget>(d); }},

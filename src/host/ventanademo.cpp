@@ -17,6 +17,7 @@
 #include <QSplitter>
 #include <QStatusBar>
 #include <QToolBar>
+#include <QToolButton>
 #include <QVBoxLayout>
 
 using namespace VendimarBI;
@@ -25,6 +26,15 @@ namespace {
 
 // The drawing area of a dashboard: 10,000 × 7,000 twips.
 const QRectF AreaTablero(0, 0, 10000 / 15.0, 7000 / 15.0);
+
+QToolButton* botonDe(QAction* action)
+{
+    auto* button = new QToolButton;
+    button->setDefaultAction(action);
+    button->setToolButtonStyle(Qt::ToolButtonTextOnly);
+    button->setSizePolicy(QSizePolicy::Expanding, QSizePolicy::Fixed);
+    return button;
+}
 
 QString nombreTipo(int tipo)
 {
@@ -55,6 +65,8 @@ VentanaDemo::VentanaDemo(EEngine* engine, int usuario, const QString& descripcio
     lstTableros = new QListWidget(lateral);
     lstTableros->setObjectName(QStringLiteral("lstTableros"));
     lateralLayout->addWidget(lstTableros);
+    m_botonesTablero = new QVBoxLayout;
+    lateralLayout->addLayout(m_botonesTablero);
     m_escena = new QGraphicsScene(AreaTablero, this);
     m_vista = new QGraphicsView(m_escena, this);
     m_vista->setObjectName(QStringLiteral("vistaTablero"));
@@ -110,7 +122,12 @@ void VentanaDemo::construirAcciones()
         QAction* action = menus.value(menuName)->addAction(QString::fromUtf8(a.texto));
         action->setObjectName(QString::fromLatin1(a.nombre));
         connect(action, &QAction::triggered, this, a.hacer);
-        barra->addAction(action);
+        // Dashboards are managed from the buttons under their list; the tool
+        // bar keeps the work on the layout and the libraries.
+        if (menuName != QLatin1String("&Tablero"))
+            barra->addAction(action);
+        else
+            m_botonesTablero->addWidget(botonDe(action));
     }
     QAction* salir = menus.value(QStringLiteral("&Tablero"))->addAction(QStringLiteral("&Salir"));
     connect(salir, &QAction::triggered, this, &QWidget::close);

@@ -8,6 +8,7 @@ class ElementoTablero;
 class QGraphicsScene;
 class QGraphicsView;
 class QListWidget;
+class QVBoxLayout;
 
 // The host window of `vbi demo`: the signed-in user's dashboards on the
 // left, the selected dashboard's layout in the middle, and every entry point
@@ -44,6 +45,7 @@ private:
     EEngine* m_engine;
     int m_usuario;
     QListWidget* lstTableros = nullptr;
+    QVBoxLayout* m_botonesTablero = nullptr;
     QGraphicsScene* m_escena = nullptr;
     QGraphicsView* m_vista = nullptr;
     std::unique_ptr<QObject> m_tablero;

@@ -594,17 +594,6 @@ QJSValue AutomationBridge::proxyFor(QObject* object)
     return proxy;
 }
 
-QObject* AutomationBridge::objectOf(const QJSValue& value, const QString& what)
-{
-    if (value.isUndefined() || value.isNull())
-        return nullptr;
-    if (value.isObject() && value.prototype().strictlyEquals(m_refPrototype)) {
-        const int id = value.property(QStringLiteral("id")).toInt();
-        return objectFor(id, what);
-    }
-    mismatch(toVariant(value), what);
-}
-
 QVariant AutomationBridge::toVariant(const QJSValue& value)
 {
     if (value.isUndefined())

@@ -62,8 +62,6 @@ public:
     QJSValue proxyFor(QObject* object);
     // A script value as an automation variant: undefined is Empty, null is Null.
     QVariant toVariant(const QJSValue& value);
-    // The object a script value refers to; raises 13 when it refers to none.
-    QObject* objectOf(const QJSValue& value, const QString& what);
 
     // Objects the script owns, as a COM caller owns what it created or was
     // handed: released at the end, newest first, unless something else has
