@@ -4,7 +4,9 @@
 #include "engine/eengine.h"
 #include "engine/msgbox.h"
 
+#include <QHBoxLayout>
 #include <QPushButton>
+#include <QVBoxLayout>
 #include <QShowEvent>
 #include <QStyle>
 
@@ -91,4 +93,21 @@ void DialogoBiblioteca::sinBotonPorDefecto()
         b->setAutoDefault(false);
         b->setDefault(false);
     }
+}
+
+void DialogoBiblioteca::disponerBiblioteca(const QList<QPushButton*>& acciones, QPushButton* cerrar)
+{
+    auto* botones = new QVBoxLayout;
+    for (QPushButton* b : acciones)
+        botones->addWidget(b);
+    botones->addStretch();
+    botones->addWidget(cerrar);
+    igualarAnchos(acciones + QList<QPushButton*>{cerrar});
+    arbol()->setMinimumSize(340, 360);
+    sinBotonPorDefecto();
+    auto* layout = new QHBoxLayout(this);
+    layout->addWidget(arbol(), 1);
+    layout->addLayout(botones);
+    // Closing unloads the library (the engine made it delete itself on close).
+    connect(cerrar, &QPushButton::clicked, this, &QWidget::close);
 }

@@ -44,6 +44,9 @@ protected:
     static void igualarAnchos(const QList<QPushButton*>& botones);
     // Leaves the dialog without a default button, for dialogs that have none.
     void sinBotonPorDefecto();
+    // The library layout: the tree on the left, the action buttons stacked on
+    // the right with the close button at the bottom, which unloads the dialog.
+    void disponerBiblioteca(const QList<QPushButton*>& acciones, QPushButton* cerrar);
 
     static const QString SeleccioneUnElemento;
 

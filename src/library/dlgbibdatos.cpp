@@ -6,9 +6,7 @@
 #include "mdl_functions.h"
 #include "model/vendimarbi.h"
 
-#include <QHBoxLayout>
 #include <QPushButton>
-#include <QVBoxLayout>
 
 namespace {
 constexpr short ImagenPerspectiva = 1;
@@ -28,29 +26,16 @@ dlgBibdatos::dlgBibdatos(QWidget* parent)
     Command3 = boton("Command3", QStringLiteral("Eliminar"));
     cCerrar = boton("cCerrar", QStringLiteral("&Cerrar"));
 
-    auto* botones = new QVBoxLayout;
-    for (QPushButton* b : {cAd1, Command1, Command2, Command3})
-        botones->addWidget(b);
-    botones->addStretch();
-    botones->addWidget(cCerrar);
-    igualarAnchos({cAd1, Command1, Command2, Command3, cCerrar});
-
-    arbol()->setMinimumSize(340, 360);
     // A double click edits here; letting it also fold the node would leave
     // the tree changed under a cancelled editor.
     arbol()->setExpandsOnDoubleClick(false);
-    sinBotonPorDefecto();
-    auto* layout = new QHBoxLayout(this);
-    layout->addWidget(arbol(), 1);
-    layout->addLayout(botones);
+    disponerBiblioteca({cAd1, Command1, Command2, Command3}, cCerrar);
 
     connect(cAd1, &QPushButton::clicked, this, &dlgBibdatos::agregarPerspectiva);
     connect(Command1, &QPushButton::clicked, this, &dlgBibdatos::agregarMetrica);
     connect(Command2, &QPushButton::clicked, this, &dlgBibdatos::editar);
     connect(Command3, &QPushButton::clicked, this, &dlgBibdatos::eliminar);
     connect(arbol(), &QTreeWidget::itemDoubleClicked, this, &dlgBibdatos::editar);
-    // Closing unloads the library (the engine made it delete itself on close).
-    connect(cCerrar, &QPushButton::clicked, this, &QWidget::close);
 }
 
 void dlgBibdatos::alCargar()

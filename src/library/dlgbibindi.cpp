@@ -6,9 +6,7 @@
 #include "mdl_functions.h"
 #include "model/vendimarbi.h"
 
-#include <QHBoxLayout>
 #include <QPushButton>
-#include <QVBoxLayout>
 
 namespace {
 constexpr short ImagenPerspectiva = 1;
@@ -27,25 +25,12 @@ dlgBibIndi::dlgBibIndi(QWidget* parent)
     Command3 = boton("Command3", QStringLiteral("Eliminar"));
     Command4 = boton("Command4", QStringLiteral("Cerrar"));
 
-    auto* botones = new QVBoxLayout;
-    for (QPushButton* b : {Command1, Command2, Command3})
-        botones->addWidget(b);
-    botones->addStretch();
-    botones->addWidget(Command4);
-    igualarAnchos({Command1, Command2, Command3, Command4});
-
-    arbol()->setMinimumSize(340, 360);
-    sinBotonPorDefecto();
-    auto* layout = new QHBoxLayout(this);
-    layout->addWidget(arbol(), 1);
-    layout->addLayout(botones);
+    disponerBiblioteca({Command1, Command2, Command3}, Command4);
 
     // No double-click action here: indicators open only with "Editar".
     connect(Command1, &QPushButton::clicked, this, &dlgBibIndi::agregar);
     connect(Command2, &QPushButton::clicked, this, &dlgBibIndi::editar);
     connect(Command3, &QPushButton::clicked, this, &dlgBibIndi::eliminar);
-    // Closing unloads the library (the engine made it delete itself on close).
-    connect(Command4, &QPushButton::clicked, this, &QWidget::close);
 }
 
 void dlgBibIndi::alCargar()
