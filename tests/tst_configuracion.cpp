@@ -6,6 +6,7 @@
 #include "model/ematrizgrafico.h"
 #include "model/esemaforo.h"
 #include "model/mdl_consulta.h"
+#include "entitychecks.h"
 #include "testdatabase.h"
 
 #include <QLocale>
@@ -24,14 +25,6 @@ const QString PrefijoSemaforo = QStringLiteral(
 const QString PrefijoMatriz = QStringLiteral(
     "INSERT INTO ut_bi_matrizgraf (uf_FK_Indicador, uf_FK_M_Metrica1,uf_FK_M_Metrica2,uf_FK_M_Metrica3,uf_FK_M_Metrica4,uf_FK_M_Metrica5,uf_FK_M_Metrica6,uf_FK_M_Metrica7,uf_FK_M_Metrica8,uf_FK_M_Metrica9,uf_FK_M_Metrica10,uf_FK_G_Metrica1,uf_FK_G_Metrica2,uf_FK_G_Metrica3,uf_FK_G_Metrica4,uf_FK_G_Metrica5,uf_G_Titulo,uf_G_Tipo) VALUES (");
 
-QStringList propertyNames(const QMetaObject& meta)
-{
-    QStringList names;
-    for (int i = meta.propertyOffset(); i < meta.propertyCount(); ++i)
-        names.append(QString::fromLatin1(meta.property(i).name()));
-    return names;
-}
-
 QStringList methodSignatures(const QMetaObject& meta)
 {
     QStringList names;
@@ -41,12 +34,6 @@ QStringList methodSignatures(const QMetaObject& meta)
             names.append(QString::fromLatin1(method.methodSignature()));
     }
     return names;
-}
-
-QString classInfo(const QMetaObject& meta, const char* name)
-{
-    const int index = meta.indexOfClassInfo(name);
-    return index < 0 ? QString() : QString::fromLatin1(meta.classInfo(index).value());
 }
 
 // A property and the column it maps to.
@@ -233,12 +220,7 @@ private slots:
         QFETCH(QString, interfaceId);
         QFETCH(QString, name);
         QCOMPARE(QString::fromLatin1(meta->className()), name);
-        QCOMPARE(classInfo(*meta, "ClassID"), classId);
-        QCOMPARE(classInfo(*meta, "InterfaceID"), interfaceId);
-        QCOMPARE(classInfo(*meta, "ToSuperClass"), name);
-        // Creatable by name, with no arguments, as a late-bound host does.
-        std::unique_ptr<QObject> made(meta->newInstance());
-        QVERIFY(made);
+        verifyAutomationIdentity(*meta, classId, interfaceId);
         QCOMPARE(methodSignatures(*meta), (QStringList{QStringLiteral("Load(QObject*,int)"),
                                                        QStringLiteral("Save(QObject*,int)")}));
     }

@@ -7,6 +7,7 @@
 #include "engine/quelta.h"
 #include "fakeusermanagement.h"
 #include "model/vendimarbi.h"
+#include "entitychecks.h"
 #include "testdatabase.h"
 #include "vb/vb.h"
 
@@ -38,16 +39,6 @@ public:
     QObject* given = nullptr;
 };
 
-QStringList memberNames(const QMetaObject& meta)
-{
-    QStringList names;
-    for (int i = meta.methodOffset(); i < meta.methodCount(); ++i) {
-        const QMetaMethod method = meta.method(i);
-        if (method.methodType() == QMetaMethod::Method)
-            names.append(QString::fromLatin1(method.name()));
-    }
-    return names;
-}
 
 } // namespace
 
@@ -64,25 +55,16 @@ private slots:
 
     void automationIdentityIsFixed()
     {
-        const QMetaObject& meta = EEngine::staticMetaObject;
-        auto info = [&](const char* name) {
-            return QString::fromLatin1(meta.classInfo(meta.indexOfClassInfo(name)).value());
-        };
-        QCOMPARE(info("ClassID"), QStringLiteral("{62C7F7FB-68A6-4FB0-B34E-3DA4E76F78EC}"));
-        QCOMPARE(info("InterfaceID"), QStringLiteral("{11FBA1C7-6AE1-4BBB-BA2B-3D8D72CFFD08}"));
-        QCOMPARE(info("ToSuperClass"), QStringLiteral("EEngine"));
-        QVERIFY(meta.constructorCount() >= 1);
+        verifyAutomationIdentity(EEngine::staticMetaObject, QStringLiteral("{62C7F7FB-68A6-4FB0-B34E-3DA4E76F78EC}"),
+                                 QStringLiteral("{11FBA1C7-6AE1-4BBB-BA2B-3D8D72CFFD08}"));
     }
 
     void propertiesAndMethodsComeInInterfaceOrder()
     {
         const QMetaObject& meta = EEngine::staticMetaObject;
-        QStringList properties;
-        for (int i = meta.propertyOffset(); i < meta.propertyCount(); ++i)
-            properties.append(QString::fromLatin1(meta.property(i).name()));
-        QCOMPARE(properties, QString::fromLatin1("ADOCnn PKUser Search UM chartTitle chartType boMes").split(QLatin1Char(' ')));
+        QCOMPARE(propertyNames(meta), QString::fromLatin1("ADOCnn PKUser Search UM chartTitle chartType boMes").split(QLatin1Char(' ')));
         QCOMPARE(QString::fromLatin1(meta.property(meta.indexOfProperty("chartType")).typeName()), QStringLiteral("short"));
-        const QStringList methods = memberNames(meta);
+        const QStringList methods = invokableNames(meta);
         const QStringList expected = QString::fromLatin1(
             "SetUM SetConnection get_info get_MainArray get_ChartArray WeekNum IniMes FinMes day_ofweeknum "
             "numtodate daytonum OpenRecordset getScalar fieldValue").split(QLatin1Char(' '));

@@ -2,6 +2,7 @@
 // attributes, and the traps around Load and Save.
 #include "ado/connection.h"
 #include "model/efigura.h"
+#include "entitychecks.h"
 #include "testdatabase.h"
 #include "vb/vb.h"
 
@@ -59,25 +60,14 @@ private slots:
 
     void automationIdentityIsFixed()
     {
-        const QMetaObject& meta = EFigura::staticMetaObject;
-        auto info = [&](const char* name) {
-            return QString::fromLatin1(meta.classInfo(meta.indexOfClassInfo(name)).value());
-        };
-        QCOMPARE(info("ClassID"), QStringLiteral("{1A1B1C44-1F57-43B6-9DF2-0D9C9FF3946A}"));
-        QCOMPARE(info("InterfaceID"), QStringLiteral("{7277294E-E891-44B8-A92F-39C021D80351}"));
-        QCOMPARE(info("ToSuperClass"), QStringLiteral("EFigura"));
-        QVERIFY(meta.constructorCount() >= 1);
-        std::unique_ptr<QObject> made(meta.newInstance());
-        QVERIFY(qobject_cast<EFigura*>(made.get()));
+        verifyAutomationIdentity(EFigura::staticMetaObject, QStringLiteral("{1A1B1C44-1F57-43B6-9DF2-0D9C9FF3946A}"),
+                                 QStringLiteral("{7277294E-E891-44B8-A92F-39C021D80351}"));
     }
 
     void membersComeInInterfaceOrder()
     {
         const QMetaObject& meta = EFigura::staticMetaObject;
-        QStringList properties;
-        for (int i = meta.propertyOffset(); i < meta.propertyCount(); ++i)
-            properties.append(QString::fromLatin1(meta.property(i).name()));
-        QCOMPARE(properties,
+        QCOMPARE(propertyNames(meta),
                  QStringList({"Sys_PK", "FK_Tablero", "Texto", "Fuente", "Tam_fuente", "Negrita", "Cursiva",
                               "Subrayado", "Color", "ColorFondo", "Alineacion", "x", "Y", "W", "H", "Tipo"}));
         QCOMPARE(QString::fromLatin1(meta.property(meta.indexOfProperty("Tam_fuente")).typeName()),

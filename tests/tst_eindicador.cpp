@@ -5,6 +5,7 @@
 #include "model/eindicador.h"
 #include "model/ematrizgrafico.h"
 #include "model/esemaforo.h"
+#include "entitychecks.h"
 #include "testdatabase.h"
 #include "vb/automationerror.h"
 
@@ -141,15 +142,8 @@ private slots:
 
     void automationIdentityIsFixed()
     {
-        const QMetaObject& meta = EIndicador::staticMetaObject;
-        auto info = [&](const char* name) {
-            return QString::fromLatin1(meta.classInfo(meta.indexOfClassInfo(name)).value());
-        };
-        QCOMPARE(info("ClassID"), QStringLiteral("{B8779F68-2AD2-47E2-9A5C-41161F4A182C}"));
-        QCOMPARE(info("InterfaceID"), QStringLiteral("{337FE020-548E-49CA-925F-E7A4D67AACBC}"));
-        QCOMPARE(info("ToSuperClass"), QStringLiteral("EIndicador"));
-        std::unique_ptr<QObject> made(meta.newInstance());
-        QVERIFY(qobject_cast<EIndicador*>(made.get()));
+        verifyAutomationIdentity(EIndicador::staticMetaObject, QStringLiteral("{B8779F68-2AD2-47E2-9A5C-41161F4A182C}"),
+                                 QStringLiteral("{337FE020-548E-49CA-925F-E7A4D67AACBC}"));
     }
 
     void membersComeInInterfaceOrder()

@@ -3,6 +3,7 @@
 // traps around Load and Save.
 #include "ado/connection.h"
 #include "model/etabindicador.h"
+#include "entitychecks.h"
 #include "testdatabase.h"
 #include "vb/vb.h"
 
@@ -82,25 +83,14 @@ private slots:
 
     void automationIdentityIsFixed()
     {
-        const QMetaObject& meta = ETabIndicador::staticMetaObject;
-        auto info = [&](const char* name) {
-            return QString::fromLatin1(meta.classInfo(meta.indexOfClassInfo(name)).value());
-        };
-        QCOMPARE(info("ClassID"), QStringLiteral("{D8076953-DE33-46DF-A03B-1BC940C673EE}"));
-        QCOMPARE(info("InterfaceID"), QStringLiteral("{42513B23-F3F8-4CCB-9202-49F5BF55A212}"));
-        QCOMPARE(info("ToSuperClass"), QStringLiteral("ETabIndicador"));
-        QVERIFY(meta.constructorCount() >= 1);
-        std::unique_ptr<QObject> made(meta.newInstance());
-        QVERIFY(qobject_cast<ETabIndicador*>(made.get()));
+        verifyAutomationIdentity(ETabIndicador::staticMetaObject, QStringLiteral("{D8076953-DE33-46DF-A03B-1BC940C673EE}"),
+                                 QStringLiteral("{42513B23-F3F8-4CCB-9202-49F5BF55A212}"));
     }
 
     void membersComeInInterfaceOrder()
     {
         const QMetaObject& meta = ETabIndicador::staticMetaObject;
-        QStringList properties;
-        for (int i = meta.propertyOffset(); i < meta.propertyCount(); ++i)
-            properties.append(QString::fromLatin1(meta.property(i).name()));
-        QCOMPARE(properties,
+        QCOMPARE(propertyNames(meta),
                  QStringList({"Sys_PK",      "FK_Tablero",  "FK_Indicador",   "FK_Entidad",    "x",
                               "Y",           "W",           "H",              "Muestra_Dia",   "Muestra_Semana",
                               "Muestra_Mes", "Muestra_Ano", "PeriodoInicio",  "Limite1",       "Limite2",

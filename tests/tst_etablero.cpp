@@ -5,6 +5,7 @@
 #include "model/efigura.h"
 #include "model/etabindicador.h"
 #include "model/etablero.h"
+#include "entitychecks.h"
 #include "testdatabase.h"
 #include "vb/vb.h"
 
@@ -69,25 +70,14 @@ private slots:
 
     void automationIdentityIsFixed()
     {
-        const QMetaObject& meta = ETablero::staticMetaObject;
-        auto info = [&](const char* name) {
-            return QString::fromLatin1(meta.classInfo(meta.indexOfClassInfo(name)).value());
-        };
-        QCOMPARE(info("ClassID"), QStringLiteral("{84CF2164-E443-440C-B27B-20EDCDC53A5F}"));
-        QCOMPARE(info("InterfaceID"), QStringLiteral("{FBEA10F0-BE7D-492F-852A-A9BE32FAADD0}"));
-        QCOMPARE(info("ToSuperClass"), QStringLiteral("ETablero"));
-        QVERIFY(meta.constructorCount() >= 1);
-        std::unique_ptr<QObject> made(meta.newInstance());
-        QVERIFY(qobject_cast<ETablero*>(made.get()));
+        verifyAutomationIdentity(ETablero::staticMetaObject, QStringLiteral("{84CF2164-E443-440C-B27B-20EDCDC53A5F}"),
+                                 QStringLiteral("{FBEA10F0-BE7D-492F-852A-A9BE32FAADD0}"));
     }
 
     void membersComeInInterfaceOrder()
     {
         const QMetaObject& meta = ETablero::staticMetaObject;
-        QStringList properties;
-        for (int i = meta.propertyOffset(); i < meta.propertyCount(); ++i)
-            properties.append(QString::fromLatin1(meta.property(i).name()));
-        QCOMPARE(properties, QStringList({"Sys_PK", "Nombre", "FK_Usuario", "Figuras", "Indicadores"}));
+        QCOMPARE(propertyNames(meta), QStringList({"Sys_PK", "Nombre", "FK_Usuario", "Figuras", "Indicadores"}));
         QStringList methods;
         for (int i = meta.methodOffset(); i < meta.methodCount(); ++i) {
             if (meta.method(i).methodType() == QMetaMethod::Method)
