@@ -1,6 +1,6 @@
 # Installs the build into a temporary prefix, builds examples/embedding
 # against the installed package and runs it with --check. Also makes sure
-# the listing in docs/embedding.md is still the example's main.cpp.
+# the listings in docs/embedding.md are still the example's files.
 #
 #   cmake -DBUILD_DIR=... -DSOURCE_DIR=... [-DGENERATOR=...] [-DCXX_COMPILER=...]
 #         [-DBUILD_TYPE=...] -P package_test.cmake
@@ -40,13 +40,17 @@ function(step description)
 endfunction()
 
 # 1. The documentation shows the example as it is.
-set(example_main "${SOURCE_DIR}/examples/embedding/main.cpp")
-file(READ "${example_main}" example_text)
 file(READ "${SOURCE_DIR}/docs/embedding.md" docs_text)
-string(FIND "${docs_text}" "```cpp\n${example_text}```" listing_at)
-if(listing_at EQUAL -1)
-  fail("the listing in docs/embedding.md differs from examples/embedding/main.cpp")
-endif()
+foreach(listing cpp:main.cpp cmake:CMakeLists.txt)
+  string(REPLACE ":" ";" listing "${listing}")
+  list(GET listing 0 language)
+  list(GET listing 1 file_name)
+  file(READ "${SOURCE_DIR}/examples/embedding/${file_name}" example_text)
+  string(FIND "${docs_text}" "```${language}\n${example_text}```" listing_at)
+  if(listing_at EQUAL -1)
+    fail("the listing in docs/embedding.md differs from examples/embedding/${file_name}")
+  endif()
+endforeach()
 
 # 2. Install.
 step("installing ${BUILD_DIR} into ${prefix}"
