@@ -7,7 +7,8 @@
 #include <memory>
 
 // A throwaway database for one group of measurements: an SQLite file in a
-// temporary folder, or a database of its own on the test PostgreSQL server
+// temporary folder (memory-backed when the machine has /dev/shm), or a
+// database of its own on the test PostgreSQL server
 // (VBI_TEST_PG_URL). The nine tables are created on open; the database goes
 // away with the object. Groups get separate databases so that rows written by
 // one measurement never change the cost of another (the tree reads whole
@@ -37,7 +38,9 @@ public:
     void syncKeys(const QString& table);
 
     static QString backendName(Backend backend);
-    // PRAGMA synchronous of the SQLite files: OFF unless VBI_BENCH_SQLITE_SYNCHRONOUS says otherwise.
+    // Where the SQLite files go: VBI_BENCH_TMPDIR, else /dev/shm, else the temp folder.
+    static QString temporaryFolder();
+    // PRAGMA synchronous for the SQLite files from VBI_BENCH_SQLITE_SYNCHRONOUS; empty: SQLite's default.
     static QString sqliteSynchronous();
     static bool postgresAvailable();
 

@@ -246,6 +246,12 @@ int main(int argc, char** argv)
 
     std::vector<Fila> filas;
     int cumplidas = 0, fallidas = 0;
+    // How many samples the medians rest on, per kind of measurement.
+    int minTiempo = 0, maxTiempo = 0, minMemoria = 0, maxMemoria = 0;
+    auto contar = [](int& menor, int& mayor, int n) {
+        menor = menor == 0 ? n : std::min(menor, n);
+        mayor = std::max(mayor, n);
+    };
     for (const QString& item : Orden) {
         if (!datos.contains(item))
             continue;
@@ -262,6 +268,12 @@ int main(int argc, char** argv)
                 continue;
             const Serie trabajo = roles.value(QStringLiteral("work"));
             const Serie piso = roles.value(QStringLiteral("floor"));
+            for (const Serie* serie : {&trabajo, &piso}) {
+                if (meta.memoria)
+                    contar(minMemoria, maxMemoria, int(serie->muestras.size()));
+                else
+                    contar(minTiempo, maxTiempo, int(serie->muestras.size()));
+            }
             const double razon = trabajo.mediana() / piso.mediana();
             const double bajo = trabajo.cuantil(0.25) / piso.cuantil(0.75);
             const double alto = trabajo.cuantil(0.75) / piso.cuantil(0.25);
@@ -317,7 +329,12 @@ int main(int argc, char** argv)
       << "| Load average at start of each run | " << carga << " |\n\n"
       << "## Ratios\n\n"
       << "Medians of the repetitions; ± is half the interquartile range as a share of the median. "
-         "The ratio range pairs the quartiles (Q1 work / Q3 floor – Q3 work / Q1 floor).\n\n"
+         "The ratio range pairs the quartiles (Q1 work / Q3 floor – Q3 work / Q1 floor). "
+      << QStringLiteral("Each time is the median of %1 repetitions, each peak memory the median of %2 processes.\n\n")
+             .arg(minTiempo == maxTiempo ? QString::number(minTiempo)
+                                         : QStringLiteral("%1–%2").arg(minTiempo).arg(maxTiempo))
+             .arg(minMemoria == maxMemoria ? QString::number(minMemoria)
+                                           : QStringLiteral("%1–%2").arg(minMemoria).arg(maxMemoria))
       << tabla(filas, true) << "\n"
       << cumplidas << " of " << (cumplidas + fallidas) << " ratios within their goals.\n\n";
     if (!errores.isEmpty()) {

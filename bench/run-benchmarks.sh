@@ -20,8 +20,11 @@ for program in "$bench" "$report"; do
   fi
 done
 
-out=$(mktemp -d /tmp/vbi-bench-run.XXXXXX)
-trap 'rm -rf "$out"' EXIT
+# The raw Google Benchmark output stays beside the programs for a second look
+# (vbi_bench_report can turn it into the table again).
+out="$build/bench/last-run"
+rm -rf "$out"
+mkdir -p "$out"
 
 backends=(sqlite)
 if [ -n "${VBI_TEST_PG_URL:-}" ]; then

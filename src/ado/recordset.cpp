@@ -119,8 +119,16 @@ int Recordset::fieldIndex(const QVariant& indexOrName) const
 {
     if (indexOrName.typeId() == QMetaType::QString) {
         const QString name = indexOrName.toString();
+        // Loops ask for a field by name on every row, so this runs hundreds of
+        // thousands of times per library tree. Case folding keeps a name's
+        // UTF-16 length, so names of another length can never match and skip
+        // the folding comparison; the spelling the query used matches with a
+        // plain comparison. Still the first match in field order wins.
         for (int i = 0; i < m_fieldNames.size(); ++i) {
-            if (m_fieldNames.at(i).compare(name, Qt::CaseInsensitive) == 0)
+            const QString& field = m_fieldNames.at(i);
+            if (field.size() != name.size())
+                continue;
+            if (field == name || field.compare(name, Qt::CaseInsensitive) == 0)
                 return i;
         }
     } else {

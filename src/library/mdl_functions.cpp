@@ -72,10 +72,12 @@ void agregarHojas(QObject* conexion, ArbolClaves* arbol, const QString& sql, con
     const auto rs = AbrirConsulta(conexion, sql);
     if (!rs)
         return;
+    // A row whose perspective is not in the tree is left out: agregar refuses
+    // an unknown parent and adds nothing. Asking the tree first would hash
+    // the parent's key twice per row, and string hashing is most of what a
+    // large fill costs.
     recorrer(*rs, [&](const ado::Recordset& fila) {
         const QString padre = claveNodo(PrefijoPerspectiva, fila.Fields(QStringLiteral("uf_FK_Perspectiva")));
-        if (!arbol->nodo(padre))
-            return;
         arbol->agregar(padre, claveNodo(prefijo, fila.Fields(QStringLiteral("Sys_PK"))), nombre(fila), imagen,
                        tagHoja);
     });
@@ -86,16 +88,28 @@ void agregarHojas(QObject* conexion, ArbolClaves* arbol, const QString& sql, con
 template <typename Lista>
 struct Entradas;
 
+// An entry goes in with its item data already set (none when the data is
+// invalid): one model insertion per entry instead of an insertion and then a
+// change, which for a thousand metrics is a good part of the fill.
 template <>
 struct Entradas<QListWidget> {
     static void limpiar(QListWidget* lista) { lista->clear(); }
-    static void agregar(QListWidget* lista, const QString& texto) { lista->addItem(texto); }
-    static int cuenta(const QListWidget* lista) { return lista->count(); }
-    static void fijarDato(QListWidget* lista, int posicion, const QVariant& dato)
+    static void agregar(QListWidget* lista, const QString& texto, const QVariant& dato)
     {
-        if (QListWidgetItem* item = lista->item(posicion))
+        if (lista->isSortingEnabled()) {
+            // A sorted list has always had the data set on whatever entry
+            // ends up last, not necessarily the new one; callers may rely on it.
+            lista->addItem(texto);
+            if (QListWidgetItem* ultimo = lista->item(lista->count() - 1); ultimo && dato.isValid())
+                ultimo->setData(Qt::UserRole, dato);
+            return;
+        }
+        auto* item = new QListWidgetItem(texto);
+        if (dato.isValid())
             item->setData(Qt::UserRole, dato);
+        lista->addItem(item);
     }
+    static int cuenta(const QListWidget* lista) { return lista->count(); }
     static QVariant dato(const QListWidget* lista, int posicion)
     {
         const QListWidgetItem* item = lista->item(posicion);
@@ -115,20 +129,16 @@ struct Entradas<QListWidget> {
 template <>
 struct Entradas<QComboBox> {
     static void limpiar(QComboBox* lista) { lista->clear(); }
-    static void agregar(QComboBox* lista, const QString& texto) { lista->addItem(texto); }
+    // QComboBox stores no item data for an invalid value.
+    static void agregar(QComboBox* lista, const QString& texto, const QVariant& dato) { lista->addItem(texto, dato); }
     static int cuenta(const QComboBox* lista) { return lista->count(); }
-    static void fijarDato(QComboBox* lista, int posicion, const QVariant& dato)
-    {
-        if (posicion >= 0 && posicion < lista->count())
-            lista->setItemData(posicion, dato, Qt::UserRole);
-    }
     static QVariant dato(const QComboBox* lista, int posicion) { return lista->itemData(posicion, Qt::UserRole); }
     static void seleccionar(QComboBox* lista, int posicion) { lista->setCurrentIndex(posicion); }
 };
 
 enum class Limpieza { AntesDeConsultar, DespuesDeConsultar };
 
-// One entry per row: the name, then the key as item data of the last entry.
+// One entry per row: the name, with the key as its item data.
 template <typename Lista>
 void llenarLista(QObject* conexion, Lista* lista, const QString& sql, Limpieza limpieza)
 {
@@ -143,11 +153,12 @@ void llenarLista(QObject* conexion, Lista* lista, const QString& sql, Limpieza l
     if (!rs)
         return;
     recorrer(*rs, [&](const ado::Recordset& fila) {
-        E::agregar(lista, nombre(fila));
-        // Its own step: an entry whose key cannot be read stays, without data.
-        model::paso([&] {
-            E::fijarDato(lista, E::cuenta(lista) - 1, vb::toLong(fila.Fields(QStringLiteral("Sys_PK"))));
-        });
+        const QString texto = nombre(fila);
+        // Its own step: an entry whose key cannot be read goes in all the
+        // same, without data.
+        QVariant dato;
+        model::paso([&] { dato = vb::toLong(fila.Fields(QStringLiteral("Sys_PK"))); });
+        E::agregar(lista, texto, dato);
     });
 }
 
@@ -208,9 +219,9 @@ void LlenarArbol(QObject* conexion, ArbolClaves* arbol, short imgPerspectiva, sh
             arbol->agregar(QString(), clave, nombre(fila), imgPerspectiva, QStringLiteral("P"));
             return;
         }
-        const QString clavePadre = PrefijoPerspectiva + QString::number(padre);
-        if (arbol->nodo(clavePadre))
-            arbol->agregar(clavePadre, clave, nombre(fila), imgPerspectiva, QStringLiteral("P"));
+        // agregar adds nothing under a parent it does not hold.
+        arbol->agregar(PrefijoPerspectiva + QString::number(padre), clave, nombre(fila), imgPerspectiva,
+                       QStringLiteral("P"));
     });
 
     if (imgMetrica > 0) {

@@ -14,11 +14,107 @@ namespace {
 const QString KeyColumn = QStringLiteral("sys_pk");
 const QString GuidColumn = QStringLiteral("sys_guid");
 
+// The name in lower case, as QString::toLower gives it. The Unicode tables
+// behind toLower cost more than the rest of a column's bookkeeping; column
+// names are ASCII, and those lower-case a character at a time.
+QString minusculas(const QString& texto)
+{
+    qsizetype primera = -1;
+    for (qsizetype i = 0; i < texto.size(); ++i) {
+        const char16_t c = texto.at(i).unicode();
+        if (c >= 0x80)
+            return texto.toLower();
+        if (primera < 0 && c >= u'A' && c <= u'Z')
+            primera = i;
+    }
+    if (primera < 0)
+        return texto;
+    QString resultado = texto;
+    char16_t* d = reinterpret_cast<char16_t*>(resultado.data());
+    for (qsizetype i = primera; i < resultado.size(); ++i) {
+        if (d[i] >= u'A' && d[i] <= u'Z')
+            d[i] = char16_t(d[i] + (u'a' - u'A'));
+    }
+    return resultado;
+}
+
+// Whether `nombre` lower-cased is `clave`. Column names are ASCII, and for
+// those the answer needs no lower-cased copy; anything else takes the long way.
+bool mismaClave(const QString& clave, const QString& nombre)
+{
+    if (clave.size() == nombre.size()) {
+        const char16_t* a = reinterpret_cast<const char16_t*>(clave.constData());
+        const char16_t* b = reinterpret_cast<const char16_t*>(nombre.constData());
+        qsizetype i = 0;
+        for (; i < nombre.size(); ++i) {
+            char16_t c = b[i];
+            if (c >= 0x80)
+                break;
+            if (c >= u'A' && c <= u'Z')
+                c = char16_t(c + (u'a' - u'A'));
+            if (c != a[i])
+                return false;
+        }
+        if (i == nombre.size())
+            return true;
+    } else {
+        bool ascii = true;
+        for (const QChar c : nombre)
+            ascii = ascii && c.unicode() < 0x80;
+        if (ascii)
+            return false; // lower-casing ASCII keeps the length
+    }
+    return nombre.toLower() == clave;
+}
+
+// The same name in any case, as QString::compare with Qt::CaseInsensitive
+// tells it. Column names are ASCII, and for those folding is a per-character
+// affair that needs none of the Unicode tables; anything else takes the long way.
+bool mismoNombre(const QString& a, const QString& b)
+{
+    // Case folding keeps a name's UTF-16 length.
+    if (a.size() != b.size())
+        return false;
+    const char16_t* x = reinterpret_cast<const char16_t*>(a.constData());
+    const char16_t* y = reinterpret_cast<const char16_t*>(b.constData());
+    for (qsizetype i = 0; i < a.size(); ++i) {
+        char16_t c = x[i];
+        char16_t d = y[i];
+        if (c >= 0x80 || d >= 0x80)
+            return a.compare(b, Qt::CaseInsensitive) == 0;
+        if (c >= u'A' && c <= u'Z')
+            c = char16_t(c + (u'a' - u'A'));
+        if (d >= u'A' && d <= u'Z')
+            d = char16_t(d + (u'a' - u'A'));
+        if (c != d)
+            return false;
+    }
+    return true;
+}
+
 QString placeholders(qsizetype count)
 {
-    QStringList marks;
-    marks.fill(QStringLiteral("?"), count);
-    return marks.join(QLatin1Char(','));
+    QString marks;
+    marks.reserve(2 * count);
+    for (qsizetype i = 0; i < count; ++i) {
+        if (i > 0)
+            marks += QLatin1Char(',');
+        marks += QLatin1Char('?');
+    }
+    return marks;
+}
+
+// A new GUID in the Windows text form, {XXXXXXXX-...} in capitals. The text
+// is braces, dashes and hex digits, so capitals need no Unicode tables.
+QString nuevoGuid()
+{
+    QString guid = QUuid::createUuid().toString(QUuid::WithBraces);
+    char16_t* c = reinterpret_cast<char16_t*>(guid.data());
+    for (qsizetype i = 0; i < guid.size(); ++i) {
+        if (c[i] >= u'a' && c[i] <= u'f')
+            c[i] = char16_t(c[i] - (u'a' - u'A'));
+    }
+    return guid;
 }
 
 // Binds values in order and runs a statement prepared once per connection.
@@ -62,11 +158,45 @@ void RegistroTabla::DefinirCampo(const QString& nombre, int tipo, const QVariant
 
 const RegistroTabla::Field* RegistroTabla::declared(const QString& name) const
 {
+    // Every assignment and every write asks this once per column.
     for (const Field& field : m_fields) {
-        if (field.name.compare(name, Qt::CaseInsensitive) == 0)
+        if (mismoNombre(field.name, name))
             return &field;
     }
     return nullptr;
+}
+
+qsizetype RegistroTabla::posicion(const QString& clave) const
+{
+    for (qsizetype i = 0; i < m_row.size(); ++i) {
+        if (m_row.at(i).nombre == clave)
+            return i;
+    }
+    return -1;
+}
+
+qsizetype RegistroTabla::posicionNombre(const QString& nombre) const
+{
+    for (qsizetype i = 0; i < m_row.size(); ++i) {
+        if (mismaClave(m_row.at(i).nombre, nombre))
+            return i;
+    }
+    return -1;
+}
+
+QVariant RegistroTabla::valor(const QString& clave) const
+{
+    const qsizetype i = posicion(clave);
+    return i < 0 ? QVariant() : m_row.at(i).valor;
+}
+
+void RegistroTabla::poner(const QString& clave, const QVariant& valor)
+{
+    const qsizetype i = posicion(clave);
+    if (i < 0)
+        m_row.append(Columna{clave, valor});
+    else
+        m_row[i].valor = valor;
 }
 
 bool RegistroTabla::Buscar(int clave, const QString& filtro, QObject* cnx, int /*opcion*/)
@@ -88,11 +218,12 @@ bool RegistroTabla::Buscar(int clave, const QString& filtro, QObject* cnx, int /
         const bool found = query.next();
         if (found) {
             const QSqlRecord record = query.record();
+            m_row.reserve(record.count());
             for (int i = 0; i < record.count(); ++i) {
                 const QVariant value = record.value(i);
-                m_row.insert(record.fieldName(i).toLower(), value.isNull() ? vb::Null() : value);
+                poner(minusculas(record.fieldName(i)), value.isNull() ? vb::Null() : value);
             }
-            m_pk = m_row.value(KeyColumn).toInt();
+            m_pk = valor(KeyColumn).toInt();
             m_estado = Estado::Located;
         }
         query.finish();
@@ -107,18 +238,22 @@ bool RegistroTabla::NuevoRegistro()
     m_estado = Estado::New;
     m_row.clear();
     m_assigned.clear();
+    // Room for every declared column, the key and the GUID, so that filling
+    // the row does not grow it a step at a time.
+    m_row.reserve(m_fields.size() + 2);
+    m_assigned.reserve(m_fields.size());
     m_pk = 0;
     return true;
 }
 
 QVariant RegistroTabla::Campo(const QString& nombre) const
 {
-    auto it = m_row.constFind(nombre.toLower());
-    if (it == m_row.constEnd())
+    const qsizetype i = posicionNombre(nombre);
+    if (i < 0)
         throw vb::AutomationError(ado::ErrItemNotFound,
                                   QStringLiteral("Item cannot be found in the collection corresponding "
                                                  "to the requested name or ordinal."));
-    return *it;
+    return m_row.at(i).valor;
 }
 
 void RegistroTabla::Campo(const QString& nombre, const QVariant& valor)
@@ -126,19 +261,19 @@ void RegistroTabla::Campo(const QString& nombre, const QVariant& valor)
     if (m_estado == Estado::None)
         throw vb::AutomationError(ado::ErrBofOrEof,
                                   QStringLiteral("Either BOF or EOF is True, or the current record has been deleted."));
-    const QString key = nombre.toLower();
-    if (!declared(nombre) && (m_estado == Estado::New || !m_row.contains(key)))
+    const QString key = minusculas(nombre);
+    if (!declared(nombre) && (m_estado == Estado::New || posicion(key) < 0))
         throw vb::AutomationError(ado::ErrItemNotFound,
                                   QStringLiteral("Item cannot be found in the collection corresponding "
                                                  "to the requested name or ordinal."));
     if (!m_assigned.contains(key))
         m_assigned.append(key);
-    m_row.insert(key, valor);
+    poner(key, valor);
 }
 
 QString RegistroTabla::GUID() const
 {
-    const QVariant guid = m_row.value(GuidColumn);
+    const QVariant guid = valor(GuidColumn);
     return vb::isNull(guid) ? QString() : guid.toString();
 }
 
@@ -148,7 +283,12 @@ bool RegistroTabla::fits(const QString& name, const QVariant& value) const
     const Field* field = declared(name);
     if (!field || field->kind != cTexto || field->length <= 0 || vb::isNull(value))
         return true;
-    return value.toString().toUcs4().size() <= field->length;
+    // A text has no more characters than UTF-16 units: only a text longer in
+    // units than allowed needs its characters counted.
+    const QString text = value.toString();
+    if (text.size() <= field->length)
+        return true;
+    return text.toUcs4().size() <= field->length;
 }
 
 // The value converted to the declared kind, as the database column expects it.
@@ -180,7 +320,7 @@ bool RegistroTabla::Guardar()
     if (!cnx || m_estado == Estado::None)
         return false;
     for (const QString& name : std::as_const(m_assigned)) {
-        if (!fits(name, m_row.value(name)))
+        if (!fits(name, valor(name)))
             return false;
     }
     try {
@@ -192,23 +332,33 @@ bool RegistroTabla::Guardar()
 
 bool RegistroTabla::insertRow(ado::Connection& cnx)
 {
+    // The columns as the statement spells them, as the row keeps them (lower
+    // case), and their values, in the same order.
     QStringList columns;
+    QStringList keys;
     QVariantList values;
+    const qsizetype most = m_fields.size() + m_assigned.size() + 1;
+    columns.reserve(most);
+    keys.reserve(most);
+    values.reserve(most);
     for (const Field& field : std::as_const(m_fields)) {
-        const QString key = field.name.toLower();
+        const QString key = minusculas(field.name);
         columns.append(field.name);
-        values.append(typed(key, m_assigned.contains(key) ? m_row.value(key) : field.omision));
+        keys.append(key);
+        values.append(typed(key, m_assigned.contains(key) ? valor(key) : field.omision));
     }
     for (const QString& key : std::as_const(m_assigned)) {
         if (!declared(key)) {
             columns.append(key);
-            values.append(m_row.value(key));
+            keys.append(key);
+            values.append(valor(key));
         }
     }
     QString guid;
     if (cnx.columns(m_table).contains(GuidColumn)) {
-        guid = QUuid::createUuid().toString(QUuid::WithBraces).toUpper();
+        guid = nuevoGuid();
         columns.append(QStringLiteral("Sys_GUID"));
+        keys.append(GuidColumn);
         values.append(guid);
     }
     const QString list = columns.join(QLatin1Char(','));
@@ -222,11 +372,11 @@ bool RegistroTabla::insertRow(ado::Connection& cnx)
         return false;
     m_pk = query.value(0).toInt();
     query.finish();
-    for (int i = 0; i < columns.size(); ++i)
-        m_row.insert(columns.at(i).toLower(), values.at(i));
-    m_row.insert(KeyColumn, m_pk);
+    for (int i = 0; i < keys.size(); ++i)
+        poner(keys.at(i), values.at(i));
+    poner(KeyColumn, m_pk);
     if (!guid.isEmpty())
-        m_row.insert(GuidColumn, guid);
+        poner(GuidColumn, guid);
     m_estado = Estado::Located;
     m_assigned.clear();
     return true;
@@ -240,7 +390,7 @@ bool RegistroTabla::updateRow(ado::Connection& cnx)
     QVariantList values;
     for (const QString& key : std::as_const(m_assigned)) {
         sets.append(key + QStringLiteral("=?"));
-        values.append(typed(key, m_row.value(key)));
+        values.append(typed(key, valor(key)));
     }
     values.append(m_pk);
     const QString sql = QStringLiteral("UPDATE %1 SET %2 WHERE Sys_PK=?").arg(m_table, sets.join(QLatin1Char(',')));

@@ -59,9 +59,22 @@ private:
         int length = 0;
     };
     enum class Estado { None, Located, New };
+    // A column of the current row: its name in lower case, and its value.
+    struct Columna {
+        QString nombre;
+        QVariant valor;
+    };
 
     ado::Connection* connection() const;
     const Field* declared(const QString& name) const;
+    // The position in the current row of the column whose lower-case name is
+    // `clave`, or of the column named `nombre` in any case; -1 when none.
+    qsizetype posicion(const QString& clave) const;
+    qsizetype posicionNombre(const QString& nombre) const;
+    // A column's value; an invalid QVariant when the row has no such column.
+    QVariant valor(const QString& clave) const;
+    // Sets a column of the current row, adding it when the row lacks it.
+    void poner(const QString& clave, const QVariant& valor);
     bool fits(const QString& name, const QVariant& value) const;
     QVariant typed(const QString& name, const QVariant& value) const;
     bool insertRow(ado::Connection& cnx);
@@ -71,7 +84,9 @@ private:
     QString m_table;
     QVector<Field> m_fields;
     Estado m_estado = Estado::None;
-    QHash<QString, QVariant> m_row;     // current row by lower-case column name
+    // The current row. A flat list, not a hash: a row has a few dozen
+    // columns at most, and comparing short names beats hashing them.
+    QVector<Columna> m_row;
     QVector<QString> m_assigned;        // assigned columns, in order, as first spelled
     int m_pk = 0;
 };
