@@ -1,6 +1,7 @@
 // The indicator picker driven through the engine as a user would: the
 // engine opens it, the user clicks perspectives and indicators, accepts or
 // cancels, and what the engine returns is checked.
+#include "bibliotecadriver.h"
 #include "dialogdriver.h"
 #include "engine/eengine.h"
 #include "fakeusermanagement.h"
@@ -21,119 +22,11 @@
 #include <memory>
 
 using namespace driver;
+using namespace biblioteca;
 
 namespace {
 
 const QString DebeSeleccionar = QStringLiteral("Debe seleccionar un indicador de la lista a la derecha");
-
-ArbolClaves* arbolDe(QWidget* w)
-{
-    return control<ArbolClaves>(w, QStringLiteral("tvw"));
-}
-
-QString kp(int clave)
-{
-    return QStringLiteral("KP_%1").arg(clave);
-}
-
-// The tree in display order, one "parent>key" entry per node ("key" alone at the top).
-QStringList forma(const QTreeWidget* t)
-{
-    QStringList lineas;
-    std::function<void(const QTreeWidgetItem*)> visitar = [&](const QTreeWidgetItem* item) {
-        const QString padre = item->parent() ? ArbolClaves::clave(item->parent()) + QLatin1Char('>') : QString();
-        lineas.append(padre + ArbolClaves::clave(item));
-        for (int i = 0; i < item->childCount(); ++i)
-            visitar(item->child(i));
-    };
-    for (int i = 0; i < t->topLevelItemCount(); ++i)
-        visitar(t->topLevelItem(i));
-    return lineas;
-}
-
-QStringList seleccion(const QTreeWidget* t)
-{
-    QStringList claves;
-    for (const QTreeWidgetItem* item : t->selectedItems())
-        claves.append(ArbolClaves::clave(item));
-    return claves;
-}
-
-QPoint centroDe(ArbolClaves* t, const QString& clave)
-{
-    QTreeWidgetItem* item = t->nodo(clave);
-    if (!item) {
-        qWarning("no node %s", qPrintable(clave));
-        return {};
-    }
-    t->scrollToItem(item);
-    return t->visualItemRect(item).center();
-}
-
-// A click on a node, as the user selects it.
-void clic(QWidget* w, const QString& clave)
-{
-    ArbolClaves* t = arbolDe(w);
-    QTest::mouseClick(t->viewport(), Qt::LeftButton, {}, centroDe(t, clave));
-}
-
-// "text|buttons|default", with " [icono]" after a text shown with an icon.
-QString describir(QWidget* w)
-{
-    auto* box = qobject_cast<QMessageBox*>(w);
-    if (!box)
-        return QStringLiteral("<%1 instead of a message box>").arg(w->objectName());
-    QStringList botones;
-    for (QAbstractButton* b : box->buttons())
-        botones.append(b->text().remove(QLatin1Char('&')));
-    botones.sort();
-    const QString defecto = box->defaultButton() ? box->defaultButton()->text().remove(QLatin1Char('&')) : QString();
-    return box->text() + (box->icon() == QMessageBox::NoIcon ? QString() : QStringLiteral(" [icono]"))
-           + QLatin1Char('|') + botones.join(QLatin1Char(',')) + QLatin1Char('|') + defecto;
-}
-
-QString simple(const QString& texto)
-{
-    return texto + QStringLiteral("|Aceptar|Aceptar");
-}
-
-// Records a message box and answers it with one of its buttons.
-ModalAnswerer::Handler responder(QStringList* vistos, const QString& boton = QStringLiteral("Aceptar"))
-{
-    return [vistos, boton](QWidget* w) {
-        vistos->append(describir(w));
-        ModalAnswerer::press(w, boton);
-    };
-}
-
-QStringList ventanas(const ModalAnswerer& a)
-{
-    QStringList v;
-    for (const QString& visto : a.seen)
-        v.append(visto.section(QLatin1Char('|'), 0, 0));
-    return v;
-}
-
-// Closes whatever modal window is left open once the time is up, so a
-// broken expectation fails the test instead of hanging it.
-class Vigilante : public QObject {
-public:
-    explicit Vigilante(int ms)
-    {
-        m_timer.setInterval(ms);
-        connect(&m_timer, &QTimer::timeout, this, [this] {
-            vencido = true;
-            m_timer.setInterval(200);
-            if (QWidget* modal = QApplication::activeModalWidget())
-                QMetaObject::invokeMethod(modal, "reject", Qt::QueuedConnection);
-        });
-        m_timer.start();
-    }
-    bool vencido = false;
-
-private:
-    QTimer m_timer;
-};
 
 QListWidget* listaDe(QWidget* w)
 {
@@ -190,39 +83,6 @@ void dobleClicEnLista(QWidget* w, const QString& texto)
     QTest::mouseDClick(l->viewport(), Qt::LeftButton, {}, punto);
 }
 
-// Picks the entry of a drop-down list by its text.
-void elegirEn(QWidget* w, const QString& combo, const QString& texto)
-{
-    auto* c = control<QComboBox>(w, combo);
-    c->setCurrentIndex(c->findText(texto));
-}
-
-// Visible buttons whose caption does not fit them whole.
-QStringList textosCortados(QWidget* dlg)
-{
-    QStringList cortados;
-    for (QAbstractButton* b : dlg->findChildren<QAbstractButton*>()) {
-        if (b->isVisible() && !b->text().isEmpty()
-            && (b->width() < b->sizeHint().width() || b->height() < b->sizeHint().height()))
-            cortados.append(b->text());
-    }
-    return cortados;
-}
-
-// The named controls that Tab visits, in order, starting at the first one.
-QStringList ordenTab(QWidget* dlg, QWidget* primero)
-{
-    QStringList orden;
-    QWidget* w = primero;
-    do {
-        if (w->isVisible() && (w->focusPolicy() & Qt::TabFocus) && !w->objectName().isEmpty()
-            && !w->objectName().startsWith(QLatin1String("qt_")) && w->window() == dlg)
-            orden.append(w->objectName());
-        w = w->nextInFocusChain();
-    } while (w && w != primero && orden.size() < 50);
-    return orden;
-}
-
 } // namespace
 
 class TstDlgSelIndicador : public QObject {
@@ -232,35 +92,11 @@ class TstDlgSelIndicador : public QObject {
     std::unique_ptr<EEngine> engine;
     std::unique_ptr<FakeUserManagement> um;
 
-    int perspectiva(const QString& nombre, int padre = 0)
-    {
-        EPerspectiva p;
-        p.setNombre(nombre);
-        p.setEntidadAsociada(QStringLiteral("@"));
-        p.setGrupos(QStringLiteral("*"));
-        p.setFK_Padre(padre);
-        return p.Save(&db.connection()) ? p.Sys_PK() : 0;
-    }
+    int perspectiva(const QString& nombre, int padre = 0) { return nuevaPerspectiva(db, nombre, padre); }
 
-    int metrica(const QString& nombre, int enPerspectiva)
-    {
-        EMetrica m;
-        m.setNombre(nombre);
-        m.setTitulo(QStringLiteral("Título"));
-        m.setDescripcion(QStringLiteral("Descripción"));
-        m.setFormato(QStringLiteral("#"));
-        m.setCodigoFuente(QStringLiteral("return 1;"));
-        m.setFK_Perspectiva(enPerspectiva);
-        return m.Save(&db.connection()) ? m.Sys_PK() : 0;
-    }
+    int metrica(const QString& nombre, int enPerspectiva) { return nuevaMetrica(db, nombre, enPerspectiva); }
 
-    int indicador(const QString& nombre, int enPerspectiva)
-    {
-        db.exec(QStringLiteral("INSERT INTO ut_bi_Indicador (uf_Nombre, uf_Tipo, uf_FK_Perspectiva) VALUES ('%1', 1, %2)")
-                    .arg(nombre)
-                    .arg(enPerspectiva));
-        return db.scalar(QStringLiteral("SELECT MAX(Sys_PK) FROM ut_bi_Indicador")).toInt();
-    }
+    int indicador(const QString& nombre, int enPerspectiva) { return nuevoIndicador(db, nombre, enPerspectiva); }
 
     // Picks through the engine while the answerer drives the picker.
     int elegir(ModalAnswerer& a)
