@@ -6,11 +6,11 @@
 #include "model/emetrica.h"
 #include "model/etabindicador.h"
 #include "model/etablero.h"
+#include "model/registrotabla.h"
 #include "seed.h"
 
 #include <QSqlQuery>
 #include <QSqlRecord>
-#include <QUuid>
 #include <QVariant>
 #include <array>
 #include <memory>
@@ -29,19 +29,6 @@ QSqlQuery preparar(BenchDatabase* db, const QString& sql)
 }
 
 // --- Saves --------------------------------------------------------------------
-
-// A Sys_GUID in the Windows text form, capitals made the cheapest way (the
-// text is hex digits, braces and dashes), as a writer of this table needs one.
-QString nuevoGuid()
-{
-    QString guid = QUuid::createUuid().toString(QUuid::WithBraces);
-    char16_t* c = reinterpret_cast<char16_t*>(guid.data());
-    for (qsizetype i = 0; i < guid.size(); ++i) {
-        if (c[i] >= u'a' && c[i] <= u'f')
-            c[i] = char16_t(c[i] - (u'a' - u'A'));
-    }
-    return guid;
-}
 
 void metricaParaGuardar(EMetrica& m, int n)
 {
@@ -91,7 +78,7 @@ void insertarMetrica(benchmark::State& state, BenchDatabase* db)
         insert.bindValue(4, m.Formato());
         insert.bindValue(5, m.CodigoFuente());
         insert.bindValue(6, m.FK_Perspectiva());
-        insert.bindValue(7, nuevoGuid());
+        insert.bindValue(7, RegistroTabla::nuevoGuid());
         const bool ok = insert.exec() && insert.next();
         const int clave = ok ? insert.value(0).toInt() : 0;
         insert.finish();

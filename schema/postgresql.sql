@@ -132,3 +132,16 @@ CREATE TABLE IF NOT EXISTS ut_bi_Fig (
   uf_fondo integer,
   uf_alin integer
 );
+
+-- The lookups the component makes by parent or owner: the library's tree and
+-- lists (by perspective, in name order), an indicator's configuration row, a
+-- dashboard's children. Without them each is a scan of the whole table.
+
+CREATE INDEX IF NOT EXISTS ix_bi_Perspectiva_padre ON ut_bi_Perspectiva (uf_padre, uf_Nombre);
+CREATE INDEX IF NOT EXISTS ix_bi_Metrica_Perspectiva ON ut_bi_Metrica (uf_FK_Perspectiva, uf_Nombre);
+CREATE INDEX IF NOT EXISTS ix_bi_Indicador_Perspectiva ON ut_bi_Indicador (uf_FK_Perspectiva, uf_Nombre);
+CREATE INDEX IF NOT EXISTS ix_bi_BarraProg_Indicador ON ut_bi_BarraProg (uf_FK_Indicador);
+CREATE INDEX IF NOT EXISTS ix_bi_Semaforo_Indicador ON ut_bi_Semaforo (uf_FK_Indicador);
+CREATE INDEX IF NOT EXISTS ix_bi_MatrizGraf_Indicador ON ut_bi_MatrizGraf (uf_FK_Indicador);
+CREATE INDEX IF NOT EXISTS ix_bi_TabIndicador_Tablero ON ut_bi_TabIndicador (uf_FK_Tablero);
+CREATE INDEX IF NOT EXISTS ix_bi_Fig_Tablero ON ut_bi_Fig (uf_FK_Tablero);

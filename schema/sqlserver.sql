@@ -140,3 +140,24 @@ CREATE TABLE ut_bi_Fig (
   uf_fondo int,
   uf_alin int
 );
+
+-- The lookups the component makes by parent or owner: the library's tree and
+-- lists (by perspective, in name order), an indicator's configuration row, a
+-- dashboard's children. Without them each is a scan of the whole table.
+
+IF NOT EXISTS (SELECT * FROM sys.indexes WHERE name = 'ix_bi_Perspectiva_padre')
+CREATE INDEX ix_bi_Perspectiva_padre ON ut_bi_Perspectiva (uf_padre, uf_Nombre);
+IF NOT EXISTS (SELECT * FROM sys.indexes WHERE name = 'ix_bi_Metrica_Perspectiva')
+CREATE INDEX ix_bi_Metrica_Perspectiva ON ut_bi_Metrica (uf_FK_Perspectiva, uf_Nombre);
+IF NOT EXISTS (SELECT * FROM sys.indexes WHERE name = 'ix_bi_Indicador_Perspectiva')
+CREATE INDEX ix_bi_Indicador_Perspectiva ON ut_bi_Indicador (uf_FK_Perspectiva, uf_Nombre);
+IF NOT EXISTS (SELECT * FROM sys.indexes WHERE name = 'ix_bi_BarraProg_Indicador')
+CREATE INDEX ix_bi_BarraProg_Indicador ON ut_bi_BarraProg (uf_FK_Indicador);
+IF NOT EXISTS (SELECT * FROM sys.indexes WHERE name = 'ix_bi_Semaforo_Indicador')
+CREATE INDEX ix_bi_Semaforo_Indicador ON ut_bi_Semaforo (uf_FK_Indicador);
+IF NOT EXISTS (SELECT * FROM sys.indexes WHERE name = 'ix_bi_MatrizGraf_Indicador')
+CREATE INDEX ix_bi_MatrizGraf_Indicador ON ut_bi_MatrizGraf (uf_FK_Indicador);
+IF NOT EXISTS (SELECT * FROM sys.indexes WHERE name = 'ix_bi_TabIndicador_Tablero')
+CREATE INDEX ix_bi_TabIndicador_Tablero ON ut_bi_TabIndicador (uf_FK_Tablero);
+IF NOT EXISTS (SELECT * FROM sys.indexes WHERE name = 'ix_bi_Fig_Tablero')
+CREATE INDEX ix_bi_Fig_Tablero ON ut_bi_Fig (uf_FK_Tablero);

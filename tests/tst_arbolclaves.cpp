@@ -201,6 +201,26 @@ private slots:
         QCOMPARE(ArbolClaves::clave(arbol.nodoEn(1)), QStringLiteral("KP_5"));
     }
 
+    void everyKeyFindsItsOwnNode()
+    {
+        ArbolClaves arbol;
+        QStringList claves;
+        for (const char* prefijo : {"KP_", "MT_", "IK_"}) {
+            for (int i = 0; i < 5000; ++i)
+                claves.append(QLatin1String(prefijo) + QString::number(i));
+        }
+        claves << QStringLiteral("KP_1 ") << QStringLiteral("KP_") << QStringLiteral("日本_1")
+               << QStringLiteral("日本_12") << QStringLiteral("Ελ_1") << QString(300, QLatin1Char('x'));
+        for (const QString& clave : std::as_const(claves))
+            QVERIFY(arbol.agregar(QString(), clave, clave, 0, QStringLiteral("P")));
+        QCOMPARE(arbol.cuenta(), claves.size());
+        for (const QString& clave : std::as_const(claves))
+            QCOMPARE(arbol.nodo(clave)->text(0), clave);
+        QCOMPARE(arbol.nodo(QStringLiteral("KP_5000")), nullptr);
+        QCOMPARE(arbol.nodo(QStringLiteral("日本_2")), nullptr);
+        QCOMPARE(arbol.agregar(QStringLiteral("日本_12"), QStringLiteral("日本_1"), QString(), 0, QString()), nullptr);
+    }
+
     void textsShowExactly()
     {
         ArbolClaves arbol;

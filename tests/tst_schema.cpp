@@ -97,6 +97,25 @@ private slots:
         QCOMPARE(db.scalar(QStringLiteral("SELECT uf_Nombre FROM ut_bi_Tablero")).toString(), QStringLiteral("Mío"));
     }
 
+    void lookupsByParentAndOwnerAreIndexed()
+    {
+        const QList<QPair<QString, QString>> indexes{
+            {QStringLiteral("ix_bi_perspectiva_padre"), QStringLiteral("ut_bi_perspectiva")},
+            {QStringLiteral("ix_bi_metrica_perspectiva"), QStringLiteral("ut_bi_metrica")},
+            {QStringLiteral("ix_bi_indicador_perspectiva"), QStringLiteral("ut_bi_indicador")},
+            {QStringLiteral("ix_bi_barraprog_indicador"), QStringLiteral("ut_bi_barraprog")},
+            {QStringLiteral("ix_bi_semaforo_indicador"), QStringLiteral("ut_bi_semaforo")},
+            {QStringLiteral("ix_bi_matrizgraf_indicador"), QStringLiteral("ut_bi_matrizgraf")},
+            {QStringLiteral("ix_bi_tabindicador_tablero"), QStringLiteral("ut_bi_tabindicador")},
+            {QStringLiteral("ix_bi_fig_tablero"), QStringLiteral("ut_bi_fig")},
+        };
+        const QString tableOf = db.isPostgres()
+            ? QStringLiteral("SELECT tablename FROM pg_indexes WHERE indexname = '%1'")
+            : QStringLiteral("SELECT lower(tbl_name) FROM sqlite_master WHERE type = 'index' AND lower(name) = '%1'");
+        for (const auto& [index, table] : indexes)
+            QCOMPARE(db.scalar(tableOf.arg(index)).toString(), table);
+    }
+
     void figureFontAndTextDefaultToArial()
     {
         db.exec(QStringLiteral("INSERT INTO ut_bi_Fig (uf_FK_Tablero) VALUES (1)"));

@@ -39,11 +39,11 @@ QTreeWidgetItem* ArbolClaves::agregar(const QString& parentKey, const QString& k
 {
     // An empty key means a node nobody looks up, as in a classic tree view:
     // it is never "taken".
-    if (!key.isEmpty() && m_nodos.contains(key))
+    if (!key.isEmpty() && m_nodos.contains({key}))
         return nullptr;
     QTreeWidgetItem* padre = nullptr;
     if (!parentKey.isEmpty()) {
-        padre = m_nodos.value(parentKey);
+        padre = m_nodos.value({parentKey});
         if (!padre)
             return nullptr;
     }
@@ -64,14 +64,14 @@ QTreeWidgetItem* ArbolClaves::agregar(const QString& parentKey, const QString& k
         addTopLevelItem(item);
 
     if (!key.isEmpty())
-        m_nodos.insert(key, item);
+        m_nodos.insert({key}, item);
     m_orden.append(item);
     return item;
 }
 
 QTreeWidgetItem* ArbolClaves::nodo(const QString& key) const
 {
-    return m_nodos.value(key);
+    return m_nodos.value({key});
 }
 
 QTreeWidgetItem* ArbolClaves::nodoEn(int position) const
@@ -119,7 +119,7 @@ void ArbolClaves::olvidarFilas(const QModelIndex& padre, int primera, int ultima
     while (!pendientes.isEmpty()) {
         QTreeWidgetItem* item = pendientes.takeLast();
         quitados.insert(item);
-        const QString key = clave(item);
+        const ClaveNodo key{clave(item)};
         if (m_nodos.value(key) == item)
             m_nodos.remove(key);
         for (int i = 0; i < item->childCount(); ++i)

@@ -1,5 +1,7 @@
 #pragma once
 
+#include "clavenodo.h"
+
 #include <QHash>
 #include <QIcon>
 #include <QList>
@@ -48,6 +50,6 @@ private:
     void olvidarFilas(const QModelIndex& padre, int primera, int ultima);
 
     QList<QIcon> m_imagenes;
-    QHash<QString, QTreeWidgetItem*> m_nodos;
+    QHash<ClaveNodo, QTreeWidgetItem*> m_nodos;
     QList<QTreeWidgetItem*> m_orden;
 };

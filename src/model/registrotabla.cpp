@@ -104,19 +104,6 @@ QString placeholders(qsizetype count)
     return marks;
 }
 
-// A new GUID in the Windows text form, {XXXXXXXX-...} in capitals. The text
-// is braces, dashes and hex digits, so capitals need no Unicode tables.
-QString nuevoGuid()
-{
-    QString guid = QUuid::createUuid().toString(QUuid::WithBraces);
-    char16_t* c = reinterpret_cast<char16_t*>(guid.data());
-    for (qsizetype i = 0; i < guid.size(); ++i) {
-        if (c[i] >= u'a' && c[i] <= u'f')
-            c[i] = char16_t(c[i] - (u'a' - u'A'));
-    }
-    return guid;
-}
-
 // Binds values in order and runs a statement prepared once per connection.
 QSqlQuery& run(ado::Connection& cnx, const QString& sql, const QVariantList& values)
 {
@@ -271,6 +258,18 @@ void RegistroTabla::Campo(const QString& nombre, const QVariant& valor)
     poner(key, valor);
 }
 
+// The text is braces, dashes and hex digits, so capitals need no Unicode tables.
+QString RegistroTabla::nuevoGuid()
+{
+    QString guid = QUuid::createUuid().toString(QUuid::WithBraces);
+    char16_t* c = reinterpret_cast<char16_t*>(guid.data());
+    for (qsizetype i = 0; i < guid.size(); ++i) {
+        if (c[i] >= u'a' && c[i] <= u'f')
+            c[i] = char16_t(c[i] - (u'a' - u'A'));
+    }
+    return guid;
+}
+
 QString RegistroTabla::GUID() const
 {
     const QVariant guid = valor(GuidColumn);
@@ -278,9 +277,8 @@ QString RegistroTabla::GUID() const
 }
 
 // A text may not exceed its declared length: refusing beats truncating silently.
-bool RegistroTabla::fits(const QString& name, const QVariant& value) const
+bool RegistroTabla::fits(const Field* field, const QVariant& value)
 {
-    const Field* field = declared(name);
     if (!field || field->kind != cTexto || field->length <= 0 || vb::isNull(value))
         return true;
     // A text has no more characters than UTF-16 units: only a text longer in
@@ -292,9 +290,8 @@ bool RegistroTabla::fits(const QString& name, const QVariant& value) const
 }
 
 // The value converted to the declared kind, as the database column expects it.
-QVariant RegistroTabla::typed(const QString& name, const QVariant& value) const
+QVariant RegistroTabla::typed(const Field* field, const QVariant& value)
 {
-    const Field* field = declared(name);
     if (!field)
         return value;
     switch (field->kind) {
@@ -320,7 +317,7 @@ bool RegistroTabla::Guardar()
     if (!cnx || m_estado == Estado::None)
         return false;
     for (const QString& name : std::as_const(m_assigned)) {
-        if (!fits(name, valor(name)))
+        if (!fits(declared(name), valor(name)))
             return false;
     }
     try {
@@ -345,7 +342,7 @@ bool RegistroTabla::insertRow(ado::Connection& cnx)
         const QString key = minusculas(field.name);
         columns.append(field.name);
         keys.append(key);
-        values.append(typed(key, m_assigned.contains(key) ? valor(key) : field.omision));
+        values.append(typed(&field, m_assigned.contains(key) ? valor(key) : field.omision));
     }
     for (const QString& key : std::as_const(m_assigned)) {
         if (!declared(key)) {
@@ -390,7 +387,7 @@ bool RegistroTabla::updateRow(ado::Connection& cnx)
     QVariantList values;
     for (const QString& key : std::as_const(m_assigned)) {
         sets.append(key + QStringLiteral("=?"));
-        values.append(typed(key, valor(key)));
+        values.append(typed(declared(key), valor(key)));
     }
     values.append(m_pk);
     const QString sql = QStringLiteral("UPDATE %1 SET %2 WHERE Sys_PK=?").arg(m_table, sets.join(QLatin1Char(',')));

@@ -51,6 +51,9 @@ public:
     Q_INVOKABLE int PK() const { return m_pk; }
     Q_INVOKABLE QString GUID() const;
 
+    // A new Sys_GUID text in the Windows form, {XXXXXXXX-...} in capitals.
+    static QString nuevoGuid();
+
 private:
     struct Field {
         QString name;
@@ -75,8 +78,11 @@ private:
     QVariant valor(const QString& clave) const;
     // Sets a column of the current row, adding it when the row lacks it.
     void poner(const QString& clave, const QVariant& valor);
-    bool fits(const QString& name, const QVariant& value) const;
-    QVariant typed(const QString& name, const QVariant& value) const;
+    // Whether the value fits the column's declared length, and the value as
+    // the column's declared kind; a column nobody declared (nullptr) takes
+    // any value as it is.
+    static bool fits(const Field* field, const QVariant& value);
+    static QVariant typed(const Field* field, const QVariant& value);
     bool insertRow(ado::Connection& cnx);
     bool updateRow(ado::Connection& cnx);
 
