@@ -197,6 +197,60 @@ private slots:
         QCOMPARE(rs.State(), 0);
     }
 
+    void readsByKeyGiveTheirOwnRowsAndLogTheirOwnText()
+    {
+        addPerspective(QStringLiteral("A"), QStringLiteral("'x'"));
+        addPerspective(QStringLiteral("B"), QStringLiteral("'y'"));
+        const int primera = db.scalar(QStringLiteral("SELECT MIN(Sys_PK) FROM ut_bi_Perspectiva")).toInt();
+        db.connection().clearLog();
+        db.connection().setLogSql(true);
+        QStringList textos;
+        for (int vuelta = 0; vuelta < 2; ++vuelta) {
+            for (int clave : {primera, primera + 1, primera + 2}) {
+                const QString sql = QStringLiteral("Select uf_Nombre From ut_bi_Perspectiva Where Sys_PK=%1").arg(clave);
+                textos.append(sql);
+                auto rs = open(sql);
+                QCOMPARE(rs->RecordCount(), clave == primera + 2 ? 0 : 1);
+                if (clave < primera + 2)
+                    QCOMPARE(rs->Fields(QStringLiteral("uf_nombre")).toString(), QLatin1String(clave == primera ? "A" : "B"));
+            }
+        }
+        QCOMPARE(db.connection().executedSql(), textos);
+        db.connection().setLogSql(false);
+    }
+
+    void readByKeyTheDatabaseRefusesToBindStillRuns()
+    {
+        addPerspective(QStringLiteral("A"), QStringLiteral("'x'"));
+        // Beyond a 32-bit key column: PostgreSQL will not bind it to one, but
+        // the literal comparison is valid and finds nothing.
+        auto rs = open(QStringLiteral("Select uf_Nombre From ut_bi_Perspectiva Where Sys_PK=99999999999"));
+        QCOMPARE(rs->State(), 1);
+        QCOMPARE(rs->RecordCount(), 0);
+        auto todas = open(QStringLiteral("Select uf_Nombre From ut_bi_Perspectiva Where Sys_PK>=0"));
+        QCOMPARE(todas->RecordCount(), 1);
+    }
+
+    void readByKeyOfAMissingTableRaisesProviderError()
+    {
+        ado::Recordset rs;
+        rs.setActiveConnection(&db.connection());
+        rs.setSource(QStringLiteral("Select * From ut_bi_Nada Where uf_FK_Indicador=5"));
+        QCOMPARE(errorNumberOf([&] { rs.Open(); }), ado::ErrProvider);
+        QCOMPARE(rs.State(), 0);
+    }
+
+    void readByKeySeesRowsWrittenAfterItsFirstRun()
+    {
+        const QString sql = QStringLiteral("Select uf_Nombre From ut_bi_Perspectiva Where uf_padre=0");
+        QCOMPARE(open(sql)->RecordCount(), 0);
+        addPerspective(QStringLiteral("A"), QStringLiteral("'x'"));
+        auto rs = open(sql);
+        QCOMPARE(rs->RecordCount(), 1);
+        db.exec(QStringLiteral("UPDATE ut_bi_Perspectiva SET uf_Nombre='C'"));
+        QCOMPARE(open(sql)->Fields(0).toString(), QStringLiteral("C"));
+    }
+
     void closedRecordsetRefusesReads()
     {
         auto rs = open(QStringLiteral("SELECT * FROM ut_bi_Fig"));

@@ -117,6 +117,8 @@ QSqlQuery& Connection::prepared(const QString& sql)
     if (it != m_prepared.end())
         return *it;
     QSqlQuery query(database());
+    // Read once, front to back: no row cache for stepping backwards.
+    query.setForwardOnly(true);
     if (!query.prepare(sql))
         throw vb::AutomationError(ErrProvider, query.lastError().text());
     return *m_prepared.insert(sql, query);

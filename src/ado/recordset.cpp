@@ -2,6 +2,7 @@
 
 #include "adoerrors.h"
 #include "connection.h"
+#include "consultaparametrizada.h"
 #include "vb/vb.h"
 
 #include <QSqlError>
@@ -15,6 +16,26 @@ namespace {
 [[noreturn]] void raise(int number, const QString& text)
 {
     throw vb::AutomationError(number, text);
+}
+
+// A read by key ("… WHERE Sys_PK=12") run through the connection's prepared
+// statement for its form, with the key bound; nullptr when the text has no
+// such form or the database will not take it that way, and then the text runs
+// as written and reports its own errors.
+QSqlQuery* ejecutarPreparada(Connection& connection, const QString& sql)
+{
+    const auto consulta = ConsultaParametrizada::desde(sql);
+    if (!consulta)
+        return nullptr;
+    try {
+        QSqlQuery& query = connection.prepared(consulta->texto);
+        query.bindValue(0, consulta->valor);
+        if (query.exec() && query.isSelect())
+            return &query;
+        query.finish();
+    } catch (const vb::AutomationError&) {
+    }
+    return nullptr;
 }
 
 } // namespace
@@ -67,13 +88,22 @@ void Recordset::Open()
         raise(ErrConnectionUnusable, QStringLiteral("The connection cannot be used to perform this operation. "
                                                     "It is either closed or invalid in this context."));
     connection->record(m_source);
+    if (QSqlQuery* preparada = ejecutarPreparada(*connection, m_source)) {
+        leer(*preparada);
+        preparada->finish();
+        return;
+    }
     QSqlQuery query(connection->database());
     query.setForwardOnly(true);
     if (!query.exec(m_source))
         raise(ErrProvider, query.lastError().text());
     if (!query.isSelect())
         return; // the statement ran; there is nothing to hold open
+    leer(query);
+}
 
+void Recordset::leer(QSqlQuery& query)
+{
     const QSqlRecord record = query.record();
     m_fieldNames.clear();
     for (int i = 0; i < record.count(); ++i)

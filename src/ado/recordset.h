@@ -6,6 +6,8 @@
 #include <QVariant>
 #include <QVector>
 
+class QSqlQuery;
+
 namespace ado {
 
 class Connection;
@@ -57,6 +59,8 @@ public:
 
 private:
     void requireOpen() const;
+    // Takes every row of an executed SELECT and opens on the first.
+    void leer(QSqlQuery& query);
     int fieldIndex(const QVariant& indexOrName) const;
 
     int m_cursorLocation = 2;
