@@ -67,31 +67,6 @@ bool mismaClave(const QString& clave, const QString& nombre)
     return nombre.toLower() == clave;
 }
 
-// The same name in any case, as QString::compare with Qt::CaseInsensitive
-// tells it. Column names are ASCII, and for those folding is a per-character
-// affair that needs none of the Unicode tables; anything else takes the long way.
-bool mismoNombre(const QString& a, const QString& b)
-{
-    // Case folding keeps a name's UTF-16 length.
-    if (a.size() != b.size())
-        return false;
-    const char16_t* x = reinterpret_cast<const char16_t*>(a.constData());
-    const char16_t* y = reinterpret_cast<const char16_t*>(b.constData());
-    for (qsizetype i = 0; i < a.size(); ++i) {
-        char16_t c = x[i];
-        char16_t d = y[i];
-        if (c >= 0x80 || d >= 0x80)
-            return a.compare(b, Qt::CaseInsensitive) == 0;
-        if (c >= u'A' && c <= u'Z')
-            c = char16_t(c + (u'a' - u'A'));
-        if (d >= u'A' && d <= u'Z')
-            d = char16_t(d + (u'a' - u'A'));
-        if (c != d)
-            return false;
-    }
-    return true;
-}
-
 QString placeholders(qsizetype count)
 {
     QString marks;
@@ -140,14 +115,14 @@ ado::Connection* RegistroTabla::connection() const
 
 void RegistroTabla::DefinirCampo(const QString& nombre, int tipo, const QVariant& omision, int longitud)
 {
-    m_fields.append(Field{nombre, tipo, omision, longitud});
+    m_fields.append(Field{nombre, minusculas(nombre), tipo, omision, longitud});
 }
 
-const RegistroTabla::Field* RegistroTabla::declared(const QString& name) const
+const RegistroTabla::Field* RegistroTabla::declared(const QString& clave) const
 {
     // Every assignment and every write asks this once per column.
     for (const Field& field : m_fields) {
-        if (mismoNombre(field.name, name))
+        if (field.clave == clave)
             return &field;
     }
     return nullptr;
@@ -249,7 +224,7 @@ void RegistroTabla::Campo(const QString& nombre, const QVariant& valor)
         throw vb::AutomationError(ado::ErrBofOrEof,
                                   QStringLiteral("Either BOF or EOF is True, or the current record has been deleted."));
     const QString key = minusculas(nombre);
-    if (!declared(nombre) && (m_estado == Estado::New || posicion(key) < 0))
+    if (!declared(key) && (m_estado == Estado::New || posicion(key) < 0))
         throw vb::AutomationError(ado::ErrItemNotFound,
                                   QStringLiteral("Item cannot be found in the collection corresponding "
                                                  "to the requested name or ordinal."));
@@ -339,10 +314,9 @@ bool RegistroTabla::insertRow(ado::Connection& cnx)
     keys.reserve(most);
     values.reserve(most);
     for (const Field& field : std::as_const(m_fields)) {
-        const QString key = minusculas(field.name);
         columns.append(field.name);
-        keys.append(key);
-        values.append(typed(&field, m_assigned.contains(key) ? valor(key) : field.omision));
+        keys.append(field.clave);
+        values.append(typed(&field, m_assigned.contains(field.clave) ? valor(field.clave) : field.omision));
     }
     for (const QString& key : std::as_const(m_assigned)) {
         if (!declared(key)) {

@@ -57,6 +57,7 @@ public:
 private:
     struct Field {
         QString name;
+        QString clave; // the name in lower case, as the row keeps it
         int kind = cEntero;
         QVariant omision;
         int length = 0;
@@ -69,7 +70,8 @@ private:
     };
 
     ado::Connection* connection() const;
-    const Field* declared(const QString& name) const;
+    // The declared column whose lower-case name is `clave`, or nullptr.
+    const Field* declared(const QString& clave) const;
     // The position in the current row of the column whose lower-case name is
     // `clave`, or of the column named `nombre` in any case; -1 when none.
     qsizetype posicion(const QString& clave) const;
