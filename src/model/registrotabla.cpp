@@ -8,6 +8,7 @@
 #include <QSqlQuery>
 #include <QSqlRecord>
 #include <QUuid>
+#include <algorithm>
 
 namespace {
 
@@ -228,7 +229,8 @@ void RegistroTabla::Campo(const QString& nombre, const QVariant& valor)
         throw vb::AutomationError(ado::ErrItemNotFound,
                                   QStringLiteral("Item cannot be found in the collection corresponding "
                                                  "to the requested name or ordinal."));
-    if (!m_assigned.contains(key))
+    // Keys are lower case already: a plain comparison, not QStringList's.
+    if (std::find(m_assigned.cbegin(), m_assigned.cend(), key) == m_assigned.cend())
         m_assigned.append(key);
     poner(key, valor);
 }
@@ -313,10 +315,12 @@ bool RegistroTabla::insertRow(ado::Connection& cnx)
     columns.reserve(most);
     keys.reserve(most);
     values.reserve(most);
+    // A new row holds exactly the columns assigned since NuevoRegistro.
     for (const Field& field : std::as_const(m_fields)) {
+        const qsizetype asignada = posicion(field.clave);
         columns.append(field.name);
         keys.append(field.clave);
-        values.append(typed(&field, m_assigned.contains(field.clave) ? valor(field.clave) : field.omision));
+        values.append(typed(&field, asignada >= 0 ? m_row.at(asignada).valor : field.omision));
     }
     for (const QString& key : std::as_const(m_assigned)) {
         if (!declared(key)) {
@@ -325,12 +329,10 @@ bool RegistroTabla::insertRow(ado::Connection& cnx)
             values.append(valor(key));
         }
     }
-    QString guid;
     if (cnx.columns(m_table).contains(GuidColumn)) {
-        guid = nuevoGuid();
         columns.append(QStringLiteral("Sys_GUID"));
         keys.append(GuidColumn);
-        values.append(guid);
+        values.append(nuevoGuid());
     }
     const QString list = columns.join(QLatin1Char(','));
     const QString sql = cnx.dialect() == ado::Dialect::SqlServer
@@ -343,11 +345,13 @@ bool RegistroTabla::insertRow(ado::Connection& cnx)
         return false;
     m_pk = query.value(0).toInt();
     query.finish();
-    for (int i = 0; i < keys.size(); ++i)
-        poner(keys.at(i), values.at(i));
+    // The row becomes what was written: a new row holds only its assigned
+    // columns, and every one of them was written, as was the GUID.
+    m_row.clear();
+    m_row.reserve(keys.size() + 1);
+    for (qsizetype i = 0; i < keys.size(); ++i)
+        m_row.append(Columna{keys.at(i), values.at(i)});
     poner(KeyColumn, m_pk);
-    if (!guid.isEmpty())
-        poner(GuidColumn, guid);
     m_estado = Estado::Located;
     m_assigned.clear();
     return true;
