@@ -58,19 +58,19 @@ void Recordset::setActiveConnection(QObject* connection)
 bool Recordset::atEnd() const
 {
     requireOpen();
-    return m_position >= m_rows.size();
+    return m_position >= m_rowCount;
 }
 
 bool Recordset::atBeginning() const
 {
     requireOpen();
-    return m_rows.isEmpty() || m_position < 0;
+    return m_rowCount == 0 || m_position < 0;
 }
 
 int Recordset::RecordCount() const
 {
     requireOpen();
-    return int(m_rows.size());
+    return m_rowCount;
 }
 
 void Recordset::requireOpen() const
@@ -105,18 +105,18 @@ void Recordset::Open()
 void Recordset::leer(QSqlQuery& query)
 {
     const QSqlRecord record = query.record();
+    const int columnas = record.count();
     m_fieldNames.clear();
-    for (int i = 0; i < record.count(); ++i)
+    for (int i = 0; i < columnas; ++i)
         m_fieldNames.append(record.fieldName(i));
-    m_rows.clear();
+    m_values.clear();
+    m_rowCount = 0;
     while (query.next()) {
-        QVector<QVariant> row;
-        row.reserve(record.count());
-        for (int i = 0; i < record.count(); ++i) {
+        for (int i = 0; i < columnas; ++i) {
             QVariant value = query.value(i);
-            row.append(value.isNull() ? vb::Null() : std::move(value));
+            m_values.append(value.isNull() ? vb::Null() : std::move(value));
         }
-        m_rows.append(std::move(row));
+        ++m_rowCount;
     }
     m_position = 0;
     m_open = true;
@@ -126,7 +126,8 @@ void Recordset::Close()
 {
     requireOpen();
     m_open = false;
-    m_rows.clear();
+    m_values.clear();
+    m_rowCount = 0;
     m_fieldNames.clear();
 }
 
@@ -140,7 +141,7 @@ void Recordset::MoveNext()
 void Recordset::MoveFirst()
 {
     requireOpen();
-    if (m_rows.isEmpty())
+    if (m_rowCount == 0)
         raise(ErrBofOrEof, QStringLiteral("Either BOF or EOF is True, or the current record has been deleted."));
     m_position = 0;
 }
@@ -175,9 +176,9 @@ QVariant Recordset::Fields(const QVariant& indexOrName) const
 {
     requireOpen();
     const int index = fieldIndex(indexOrName);
-    if (m_position < 0 || m_position >= m_rows.size())
+    if (m_position < 0 || m_position >= m_rowCount)
         raise(ErrBofOrEof, QStringLiteral("Either BOF or EOF is True, or the current record has been deleted."));
-    return m_rows.at(m_position).at(index);
+    return m_values.at(qsizetype(m_position) * m_fieldNames.size() + index);
 }
 
 int Recordset::FieldCount() const

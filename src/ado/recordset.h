@@ -68,8 +68,12 @@ private:
     QString m_source;
     bool m_open = false;
     QStringList m_fieldNames;
-    QVector<QVector<QVariant>> m_rows;
-    int m_position = 0; // -1 before the first row, size() after the last
+    // Every row's fields, row after row: one block for the whole result
+    // instead of one per row, which large reads spent most of their time
+    // allocating and freeing.
+    QVector<QVariant> m_values;
+    int m_rowCount = 0;
+    int m_position = 0; // -1 before the first row, m_rowCount after the last
 };
 
 } // namespace ado
