@@ -111,14 +111,20 @@ void Connection::record(const QString& sql)
         m_log.append(sql);
 }
 
+QSqlQuery Connection::newQuery() const
+{
+    QSqlQuery query(database());
+    // Results are read once, front to back: no row cache for stepping back.
+    query.setForwardOnly(true);
+    return query;
+}
+
 QSqlQuery& Connection::prepared(const QString& sql)
 {
     auto it = m_prepared.find(sql);
     if (it != m_prepared.end())
         return *it;
-    QSqlQuery query(database());
-    // Read once, front to back: no row cache for stepping backwards.
-    query.setForwardOnly(true);
+    QSqlQuery query = newQuery();
     if (!query.prepare(sql))
         throw vb::AutomationError(ErrProvider, query.lastError().text());
     return *m_prepared.insert(sql, query);

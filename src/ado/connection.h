@@ -42,6 +42,8 @@ public:
 
     Dialect dialect() const { return m_dialect; }
     QSqlDatabase database() const;
+    // A query on this connection for a result read once, front to back.
+    QSqlQuery newQuery() const;
     // A statement prepared once on this connection and reused afterwards.
     QSqlQuery& prepared(const QString& sql);
     // The column names of a table, in lower case, read once per connection.

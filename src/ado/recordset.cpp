@@ -93,8 +93,7 @@ void Recordset::Open()
         preparada->finish();
         return;
     }
-    QSqlQuery query(connection->database());
-    query.setForwardOnly(true);
+    QSqlQuery query = connection->newQuery();
     if (!query.exec(m_source))
         raise(ErrProvider, query.lastError().text());
     if (!query.isSelect())
