@@ -15,6 +15,7 @@
 #include <limits>
 #include <optional>
 
+#include "vb/texto.h"
 #include "vb/vb.h"
 
 // Fails the current test unless `expr` raises AutomationError `num`.
@@ -159,6 +160,7 @@ private slots:
 
     void oleColourRoundTrip();
     void twipsToPixels();
+    void minusculasIsToLower();
 };
 
 void TstVb::vectors_data()
@@ -661,6 +663,15 @@ void TstVb::twipsToPixels()
     QCOMPARE(vb::twipsToPixels(-15), -1);
     QCOMPARE(vb::pixelsToTwips(96), 1440);
     QCOMPARE(vb::pixelsToTwips(-2), -30);
+}
+
+void TstVb::minusculasIsToLower()
+{
+    const QStringList textos{QString(), QStringLiteral("uf_fk_tablero"), QStringLiteral("Sys_PK"),
+                             QStringLiteral("UT_BI_METRICA"), QStringLiteral("uf_A_z[@]"),
+                             QStringLiteral("ÁRBOL_Ñu"), QStringLiteral("İSTANBUL"), QStringLiteral("ΕΛΛΗΝΙΚΆ x")};
+    for (const QString& texto : textos)
+        QCOMPARE(vb::minusculas(texto), texto.toLower());
 }
 
 QTEST_GUILESS_MAIN(TstVb)

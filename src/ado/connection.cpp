@@ -2,6 +2,7 @@
 
 #include "adoerrors.h"
 #include "vb/automationerror.h"
+#include "vb/texto.h"
 
 #include <QAtomicInt>
 #include <QSqlError>
@@ -132,21 +133,8 @@ QSqlQuery& Connection::prepared(const QString& sql)
 
 const QStringList& Connection::columns(const QString& table)
 {
-    // Asked on every insert: ASCII table names are lower-cased without
-    // QString::toLower's Unicode tables, which cost more than the lookup.
-    QString key = table;
-    bool ascii = true;
-    for (const QChar c : table)
-        ascii = ascii && c.unicode() < 0x80;
-    if (ascii) {
-        char16_t* d = reinterpret_cast<char16_t*>(key.data());
-        for (qsizetype i = 0; i < key.size(); ++i) {
-            if (d[i] >= u'A' && d[i] <= u'Z')
-                d[i] = char16_t(d[i] + (u'a' - u'A'));
-        }
-    } else {
-        key = table.toLower();
-    }
+    // Asked on every insert.
+    const QString key = vb::minusculas(table);
     auto it = m_columns.find(key);
     if (it != m_columns.end())
         return *it;

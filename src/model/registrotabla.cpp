@@ -2,6 +2,7 @@
 
 #include "ado/adoerrors.h"
 #include "ado/connection.h"
+#include "vb/texto.h"
 #include "vb/vb.h"
 
 #include <QSqlError>
@@ -14,30 +15,6 @@ namespace {
 
 const QString KeyColumn = QStringLiteral("sys_pk");
 const QString GuidColumn = QStringLiteral("sys_guid");
-
-// The name in lower case, as QString::toLower gives it. The Unicode tables
-// behind toLower cost more than the rest of a column's bookkeeping; column
-// names are ASCII, and those lower-case a character at a time.
-QString minusculas(const QString& texto)
-{
-    qsizetype primera = -1;
-    for (qsizetype i = 0; i < texto.size(); ++i) {
-        const char16_t c = texto.at(i).unicode();
-        if (c >= 0x80)
-            return texto.toLower();
-        if (primera < 0 && c >= u'A' && c <= u'Z')
-            primera = i;
-    }
-    if (primera < 0)
-        return texto;
-    QString resultado = texto;
-    char16_t* d = reinterpret_cast<char16_t*>(resultado.data());
-    for (qsizetype i = primera; i < resultado.size(); ++i) {
-        if (d[i] >= u'A' && d[i] <= u'Z')
-            d[i] = char16_t(d[i] + (u'a' - u'A'));
-    }
-    return resultado;
-}
 
 // Whether `nombre` lower-cased is `clave`. Column names are ASCII, and for
 // those the answer needs no lower-cased copy; anything else takes the long way.
@@ -116,7 +93,7 @@ ado::Connection* RegistroTabla::connection() const
 
 void RegistroTabla::DefinirCampo(const QString& nombre, int tipo, const QVariant& omision, int longitud)
 {
-    m_fields.append(Field{nombre, minusculas(nombre), tipo, omision, longitud});
+    m_fields.append(Field{nombre, vb::minusculas(nombre), tipo, omision, longitud});
 }
 
 const RegistroTabla::Field* RegistroTabla::declared(const QString& clave) const
@@ -184,7 +161,7 @@ bool RegistroTabla::Buscar(int clave, const QString& filtro, QObject* cnx, int /
             m_row.reserve(record.count());
             for (int i = 0; i < record.count(); ++i) {
                 const QVariant value = record.value(i);
-                poner(minusculas(record.fieldName(i)), value.isNull() ? vb::Null() : value);
+                poner(vb::minusculas(record.fieldName(i)), value.isNull() ? vb::Null() : value);
             }
             m_pk = valor(KeyColumn).toInt();
             m_estado = Estado::Located;
@@ -224,7 +201,7 @@ void RegistroTabla::Campo(const QString& nombre, const QVariant& valor)
     if (m_estado == Estado::None)
         throw vb::AutomationError(ado::ErrBofOrEof,
                                   QStringLiteral("Either BOF or EOF is True, or the current record has been deleted."));
-    const QString key = minusculas(nombre);
+    const QString key = vb::minusculas(nombre);
     if (!declared(key) && (m_estado == Estado::New || posicion(key) < 0))
         throw vb::AutomationError(ado::ErrItemNotFound,
                                   QStringLiteral("Item cannot be found in the collection corresponding "

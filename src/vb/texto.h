@@ -8,4 +8,10 @@ namespace vb {
 // of line breaks or tabs is not empty after it.
 QString Trim(const QString& text);
 
+// The text in lower case, exactly as QString::toLower gives it. Table and
+// column names are ASCII and are lower-cased on every write; for those a
+// character at a time is much cheaper than toLower's Unicode tables, and any
+// other text takes toLower itself.
+QString minusculas(const QString& texto);
+
 } // namespace vb
