@@ -10,7 +10,7 @@ packages=(
   qt6-translations-l10n qt6-qpa-plugins
   libgl1-mesa-dev libxkbcommon-dev
   postgresql sqlite3
-  xvfb xauth fonts-dejavu-core
+  xvfb xauth fonts-dejavu-core fonts-dejavu-extra
   libbenchmark-dev
 )
 

@@ -2,6 +2,7 @@
 // opens it, the user clicks nodes and buttons, answers the editors and the
 // questions, and the tree and the database are read back.
 #include "bibliotecadriver.h"
+#include "carpetaprueba.h"
 #include "dialogdriver.h"
 #include "engine/eengine.h"
 #include "fakeusermanagement.h"
@@ -766,6 +767,7 @@ private slots:
         perspectiva(QStringLiteral("Inventario"));
         QStringList cortados, orden;
         QString foco, defecto;
+        CarpetaPrueba carpeta;
         ModalAnswerer a;
         a.expect([&](QWidget* w) {
             foco = driver::foco(w);
@@ -774,7 +776,7 @@ private slots:
             orden = ordenTab(w, arbolDe(w));
             for (QPushButton* b : w->findChildren<QPushButton*>())
                 defecto += b->isDefault() ? b->objectName() : QString();
-            QVERIFY(w->grab().save(QStringLiteral("/tmp/dlgBibdatos.png")));
+            QVERIFY(w->grab().save(carpeta.archivo(QStringLiteral("dlgBibdatos.png"))));
             cerrar(w);
         });
         abrir(a);

@@ -1,6 +1,7 @@
 // The placed-indicator editor driven through the engine's Editar_Indicador_Tab
 // as a user would: what it shows for each kind of indicator and perspective,
 // the entity search, and what it writes back into the host's object.
+#include "carpetaprueba.h"
 #include "dialogdriver.h"
 #include "dashboard/dlgconfigindi.h"
 #include "engine/eengine.h"
@@ -1133,15 +1134,15 @@ private slots:
         QTest::addColumn<QString>("captura");
         QTest::newRow("comun") << QStringLiteral("Cumplimiento de la meta") << QStringLiteral("Cliente")
                                << QStringLiteral("Comercializadora del Noroeste S.A. de C.V.")
-                               << QStringLiteral("/tmp/dlgconfigindi.png");
+                               << QStringLiteral("dlgconfigindi.png");
         // The longest name and entity kind the tables hold, and a long description.
         QTest::newRow("largo") << QStringLiteral("Cumplimiento mensual de la meta de ventas netas xx")
                                << QStringLiteral("Sucursal de la cadena de tiendas de la región nte")
                                << QStringLiteral("Sucursal 12 Comercializadora del Noroeste S.A. de C.V. Avenida "
                                                  "Insurgentes Sur 1234 Colonia Del Valle")
-                               << QStringLiteral("/tmp/dlgconfigindi-largo.png");
+                               << QStringLiteral("dlgconfigindi-largo.png");
         QTest::newRow("sin entidad") << QStringLiteral("Ventas") << QStringLiteral("@") << QString()
-                                     << QStringLiteral("/tmp/dlgconfigindi-sinentidad.png");
+                                     << QStringLiteral("dlgconfigindi-sinentidad.png");
     }
     void everyTextFitsItsControl()
     {
@@ -1152,13 +1153,14 @@ private slots:
         ETabIndicador o;
         QVERIFY(colocar(o, semaforo(perspectiva(entidad), nombre), 15));
         search->description = descripcion;
+        CarpetaPrueba carpeta;
         ModalAnswerer answerer;
         QStringList cortados;
         bool porDefecto = false;
         answerer.expect([&](QWidget* w) {
             cortados = textosCortados(w);
             porDefecto = control<QPushButton>(w, QStringLiteral("cmdAceptar"))->isDefault();
-            w->grab().save(captura);
+            w->grab().save(carpeta.archivo(captura));
             pulsar(w, QStringLiteral("cmdCancel"));
         });
         engine->Editar_Indicador_Tab(&o);

@@ -1,6 +1,7 @@
 // The text figure editor, driven as a user would: through the engine's
 // Editar_Figura, with the colour and font pickers answered over it.
 #include "dashboard/dlgfig.h"
+#include "carpetaprueba.h"
 #include "designer/muestra.h"
 #include "dialogdriver.h"
 #include "engine/eengine.h"
@@ -1068,11 +1069,12 @@ private slots:
         dlg.putData();
         dlg.show();
         QVERIFY(QTest::qWaitForWindowExposed(&dlg));
-        QVERIFY(dlg.grab().save(QStringLiteral("/tmp/dlgfig.png")));
+        CarpetaPrueba carpeta;
+        QVERIFY(dlg.grab().save(carpeta.archivo(QStringLiteral("dlgfig.png"))));
         dlgFig nuevo;
         nuevo.show();
         QVERIFY(QTest::qWaitForWindowExposed(&nuevo));
-        QVERIFY(nuevo.grab().save(QStringLiteral("/tmp/dlgfig_nuevo.png")));
+        QVERIFY(nuevo.grab().save(carpeta.archivo(QStringLiteral("dlgfig_nuevo.png"))));
     }
 };
 

@@ -1,6 +1,7 @@
 // The indicator property dialog, shown modally and driven as a user would:
 // typing, picking metrics, pressing buttons and answering every message, then
 // reading back what reached the database.
+#include "carpetaprueba.h"
 #include "designer/dlgpropindicador.h"
 #include "designer/muestra.h"
 #include "dialogdriver.h"
@@ -1715,6 +1716,7 @@ private slots:
     void everyPanelShowsItsTextsWhole()
     {
         dlg->Nuevo(perspectiva);
+        CarpetaPrueba carpeta;
         ModalAnswerer a;
         QStringList cortados;
         QStringList guardadas;
@@ -1724,7 +1726,7 @@ private slots:
                 QApplication::processEvents();
                 for (const QString& c : textosCortados(w))
                     cortados.append(nombre + QLatin1Char(':') + c);
-                const QString archivo = QStringLiteral("/tmp/dlgpropindicador-%1.png").arg(nombre);
+                const QString archivo = carpeta.archivo(QStringLiteral("dlgpropindicador-%1.png").arg(nombre));
                 if (w->grab().save(archivo))
                     guardadas.append(archivo);
             };

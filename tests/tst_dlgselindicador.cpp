@@ -2,6 +2,7 @@
 // engine opens it, the user clicks perspectives and indicators, accepts or
 // cancels, and what the engine returns is checked.
 #include "bibliotecadriver.h"
+#include "carpetaprueba.h"
 #include "dialogdriver.h"
 #include "engine/eengine.h"
 #include "fakeusermanagement.h"
@@ -473,6 +474,7 @@ private slots:
         indicador(QStringLiteral("Avance de ventas del mes en curso"), ventas);
         QStringList cortados, orden;
         QString foco, defecto;
+        CarpetaPrueba carpeta;
         ModalAnswerer a;
         a.expect([&](QWidget* w) {
             foco = driver::foco(w);
@@ -482,7 +484,7 @@ private slots:
             arbolDe(w)->setFocus();
             for (QPushButton* b : w->findChildren<QPushButton*>())
                 defecto += b->isDefault() ? b->objectName() : QString();
-            QVERIFY(w->grab().save(QStringLiteral("/tmp/dlgSelIndicador.png")));
+            QVERIFY(w->grab().save(carpeta.archivo(QStringLiteral("dlgSelIndicador.png"))));
             pulsar(w, QStringLiteral("Command1"));
         });
         QCOMPARE(elegir(a), 0);
