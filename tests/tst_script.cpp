@@ -164,6 +164,14 @@ private slots:
             << QStringLiteral("placed_indicator.js") << QStringLiteral("placed indicator editor ok");
         QTest::newRow("figureEditorAcceptedWithFontAndColourPicksAndCancelled")
             << QStringLiteral("figure_editor.js") << QStringLiteral("figure editor ok");
+        QTest::newRow("longRunOfWindowsWithGarbageCollectionsEndsNormally")
+            << QStringLiteral("many_windows.js") << QStringLiteral("many windows ok");
+        QTest::newRow("windowObjectsAreOnePerWindowAndRefuseWhatIsNoWindow")
+            << QStringLiteral("window_objects.js") << QStringLiteral("window objects ok");
+        QTest::newRow("librarySelectionIsWhatTheDialogActsOn")
+            << QStringLiteral("library_selection.js") << QStringLiteral("library selection ok");
+        QTest::newRow("doubleClickWhoseEditorReloadsTheTreeOpensOneEditor")
+            << QStringLiteral("library_double_click.js") << QStringLiteral("library double click ok");
     }
     void scriptRunsToItsEnd()
     {

@@ -27,19 +27,6 @@ namespace {
 // "@" is how a perspective says it is bound to no host entity.
 const QString SinEntidad = QStringLiteral("@");
 
-// The placed indicator's limits in the order of txtVal 0 to 7: the upper row
-// (day, week, month, year) holds the odd limits, the lower row the even ones.
-using LeerLimite = double (ETabIndicador::*)() const;
-using PonerLimite = void (ETabIndicador::*)(double);
-constexpr LeerLimite leerLimite[] = {
-    &ETabIndicador::Limite1, &ETabIndicador::Limite3, &ETabIndicador::Limite5, &ETabIndicador::Limite7,
-    &ETabIndicador::Limite2, &ETabIndicador::Limite4, &ETabIndicador::Limite6, &ETabIndicador::Limite8,
-};
-constexpr PonerLimite ponerLimite[] = {
-    &ETabIndicador::setLimite1, &ETabIndicador::setLimite3, &ETabIndicador::setLimite5, &ETabIndicador::setLimite7,
-    &ETabIndicador::setLimite2, &ETabIndicador::setLimite4, &ETabIndicador::setLimite6, &ETabIndicador::setLimite8,
-};
-
 // An entity loaded through the engine, owned by the caller; none when the row
 // is missing or the engine answers something of another class.
 template <typename Entidad>
@@ -161,10 +148,10 @@ void dlgConfigIndi::putData()
     const bool muestra[Periodos] = {o->Muestra_Dia(), o->Muestra_Semana(), o->Muestra_Mes(), o->Muestra_Ano()};
     for (int k = 0; k < Periodos; ++k)
         chkInter[k]->setChecked(muestra[k]);
-    double valores[Limites];
-    for (int i = 0; i < Limites; ++i)
-        valores[i] = (o->*leerLimite[i])();
-    mostrarLimites(valores);
+    // txtVal 0 to 7: the upper row (day, week, month, year) holds the odd
+    // limits, the lower row the even ones.
+    mostrarLimites({o->Limite1(), o->Limite3(), o->Limite5(), o->Limite7(),
+                    o->Limite2(), o->Limite4(), o->Limite6(), o->Limite8()});
     // A period outside the list chooses nothing, as an invalid list position
     // has always been refused.
     if (o->PeriodoInicio() >= 0 && o->PeriodoInicio() < cInicio->count())
@@ -221,8 +208,19 @@ void dlgConfigIndi::getData()
     o->setMuestra_Ano(chkInter[VendimarBI::cAno]->isChecked());
     // Whatever the user typed counts up to its first character that is not part
     // of a number; no range or order is imposed between the two rows.
+    double valores[Limites];
     for (int i = 0; i < Limites; ++i)
-        (o->*ponerLimite[i])(mdl_functions::ValorNumero(txtVal[i]->text()));
+        valores[i] = mdl_functions::ValorNumero(txtVal[i]->text());
+    // Named one by one, in the rows' order (odd limits above, even below): a
+    // table of member-function pointers trips the compiler's bounds checking.
+    o->setLimite1(valores[0]);
+    o->setLimite3(valores[1]);
+    o->setLimite5(valores[2]);
+    o->setLimite7(valores[3]);
+    o->setLimite2(valores[4]);
+    o->setLimite4(valores[5]);
+    o->setLimite6(valores[6]);
+    o->setLimite8(valores[7]);
     o->setPeriodoInicio(cInicio->currentIndex());
 }
 

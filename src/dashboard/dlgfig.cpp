@@ -1,11 +1,11 @@
 #include "dlgfig.h"
 
+#include "dashboard/selectorfuente.h"
 #include "designer/muestra.h"
 #include "model/efigura.h"
 #include "vb/vb.h"
 
 #include <QColorDialog>
-#include <QFontDialog>
 #include <QFontInfo>
 #include <QFontMetrics>
 #include <QLabel>
@@ -406,12 +406,12 @@ void dlgFig::cFondo_Click()
     });
 }
 
-// The picker opens unset; the preview takes the chosen name, size, bold and
-// italic. Underline and strikeout are not part of a figure's look here.
+// The picker opens on a plain font, not the figure's; the preview takes the
+// chosen name, size (a typed fraction too), bold and italic. Underline and strikeout are not part of a figure's look here.
 void dlgFig::cFont_Click()
 {
     paso([&] {
-        QFontDialog CMD(this);
+        SelectorFuente CMD(this);
         CMD.setObjectName(QStringLiteral("CMD"));
         // Every font this platform lists is a screen font: there is no
         // printer-only face to leave out, so the picker offers them all.

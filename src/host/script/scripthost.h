@@ -53,6 +53,7 @@ public:
     Q_INVOKABLE void printError(const QString& text);
     Q_INVOKABLE void assertionFailed(const QJSValue& error);
     Q_INVOKABLE void setTimeLimit(double seconds);
+    Q_INVOKABLE void collectGarbage();
     Q_INVOKABLE QJSValue enumerations();
 
 private:

@@ -1,6 +1,7 @@
 #include "windowdriver.h"
 
 #include "automationbridge.h"
+#include "dashboard/selectorfuente.h"
 #include "library/arbolclaves.h"
 #include "vb/vb.h"
 
@@ -10,7 +11,6 @@
 #include <QColorDialog>
 #include <QComboBox>
 #include <QDialog>
-#include <QFontDatabase>
 #include <QFontDialog>
 #include <QGroupBox>
 #include <QJSEngine>
@@ -214,14 +214,17 @@ void clickAt(QWidget* target, const QPoint& position, bool twice)
 // the mouse: made current, and the click signals the view would send.
 void clickEntry(QAbstractItemView* view, const QModelIndex& index, bool twice)
 {
-    QPointer<QAbstractItemView> guard(view);
     view->scrollTo(index);
     const QRect rect = view->visualRect(index);
-    if (view->isVisible() && rect.isValid() && view->viewport()->rect().contains(rect.center())) {
+    // Once the mouse went, whatever the click did is its outcome: the
+    // dialog's handlers may have reloaded the view, and the entry clicked
+    // may be gone.
+    if (view->isVisible() && rect.isValid() && view->viewport()->rect().contains(rect.center())
+        && view->indexAt(rect.center()) == index) {
         clickAt(view->viewport(), rect.center(), twice);
-        if (!guard || view->currentIndex() == index)
-            return;
+        return;
     }
+    QPointer<QAbstractItemView> guard(view);
     view->setCurrentIndex(index);
     emit view->clicked(index);
     if (twice && guard)
@@ -234,6 +237,14 @@ QList<QTreeWidgetItem*> treeItems(QTreeWidget* tree)
     for (QTreeWidgetItemIterator it(tree); *it; ++it)
         items.append(*it);
     return items;
+}
+
+// The node a library dialog acts on: the one selected, not the current one
+// (a tree gives itself a current node when it gets the focus).
+QTreeWidgetItem* selectedNode(const QTreeWidget* tree)
+{
+    const QList<QTreeWidgetItem*> selected = tree->selectedItems();
+    return selected.isEmpty() ? nullptr : selected.constFirst();
 }
 
 QString keyOf(const QTreeWidgetItem* item)
@@ -524,7 +535,7 @@ QJSValue WindowDriver::operation(int id, const QString& name, const QJSValueList
         if (auto* list = qobject_cast<QListWidget*>(control))
             return QJSValue(list->currentItem() ? list->currentItem()->text() : QString());
         if (auto* tree = qobject_cast<QTreeWidget*>(control))
-            return QJSValue(tree->currentItem() ? tree->currentItem()->text(0) : QString());
+            return QJSValue(selectedNode(tree) ? selectedNode(tree)->text(0) : QString());
         if (auto* tabs = qobject_cast<QTabWidget*>(control))
             return QJSValue(tabs->currentIndex() < 0 ? QString() : tabs->tabText(tabs->currentIndex()));
         misuse(QStringLiteral("%1 of %2 is a %3, which has no text")
@@ -573,7 +584,7 @@ QJSValue WindowDriver::operation(int id, const QString& name, const QJSValueList
                                      {QStringLiteral("parentKey"), keyOf(item->parent())},
                                      {QStringLiteral("image"), item->data(0, ArbolClaves::RolImagen).toInt()},
                                      {QStringLiteral("expanded"), item->isExpanded()},
-                                     {QStringLiteral("selected"), tree->currentItem() == item}});
+                                     {QStringLiteral("selected"), item->isSelected()}});
         }
         return m_bridge.toScript(nodes);
     }
@@ -602,7 +613,7 @@ QJSValue WindowDriver::operation(int id, const QString& name, const QJSValueList
                                                  {QStringLiteral("text"), tabs->tabText(tabs->currentIndex())}});
         }
         if (auto* tree = qobject_cast<QTreeWidget*>(control)) {
-            QTreeWidgetItem* item = tree->currentItem();
+            QTreeWidgetItem* item = selectedNode(tree);
             if (!item)
                 return QJSValue(QJSValue::NullValue);
             return m_bridge.toScript(QVariantMap{{QStringLiteral("index"), int(treeItems(tree).indexOf(item))},
@@ -952,20 +963,19 @@ QJSValue WindowDriver::operation(int id, const QString& name, const QJSValueList
         } else {
             misuse(QStringLiteral("Window.chooseFont takes a family name or {family, size, bold, italic, underline, strikeout}"));
         }
-        // The picker matches the style by its name, and a bold or italic
-        // font would be named in the user's language ("Negrita") while the
-        // family lists its styles as installed ("Bold"): name the installed
-        // style with the wanted weight and slant, the plainest such one.
-        QString style;
-        for (const QString& candidate : QFontDatabase::styles(font.family())) {
-            if (QFontDatabase::bold(font.family(), candidate) == font.bold()
-                && QFontDatabase::italic(font.family(), candidate) == font.italic()
-                && (style.isEmpty() || candidate.size() < style.size()))
-                style = candidate;
-        }
+        // The picker matches the style by its installed name.
+        const QString style = SelectorFuente::estiloInstalado(font.family(), font.bold(), font.italic());
         if (!style.isEmpty())
             font.setStyleName(style);
         picker->setCurrentFont(font);
+        // The picker takes whole sizes only; a fractional one is typed into
+        // its size box, where the component's picker accepts it.
+        const double size = font.pointSizeF();
+        auto* sizeBox = picker->findChild<QLineEdit*>(QStringLiteral("txtTamano"));
+        if (sizeBox && size > 0 && size != std::floor(size)) {
+            sizeBox->selectAll();
+            sizeBox->insert(QString::number(size));
+        }
         picker->accept();
         return QJSValue();
     }
