@@ -18,6 +18,7 @@
 #include <QFontInfo>
 #include <QLabel>
 #include <QLineEdit>
+#include <QListView>
 #include <QMetaProperty>
 #include <QPlainTextEdit>
 #include <QPushButton>
@@ -102,8 +103,43 @@ ModalAnswerer::Handler elegirColor(QColor color)
     };
 }
 
-// Qt's own picker offers whole point sizes only; a fractional size (as the
-// platform picker elsewhere reports it) is carried by the picker's sample.
+QLineEdit* cajaTamano(QWidget* selector)
+{
+    return selector->findChild<QLineEdit*>(QStringLiteral("txtTamano"));
+}
+
+// Types into the picker's size box, over what it shows, as a user would.
+void escribirTamano(QWidget* selector, const QString& texto)
+{
+    QLineEdit* caja = cajaTamano(selector);
+    QVERIFY(caja);
+    caja->selectAll();
+    // Key by key with its text, so characters beyond ASCII are typed too.
+    for (const QChar c : texto)
+        QTest::sendKeyEvent(QTest::Click, caja, Qt::Key_unknown, QString(c), Qt::NoModifier);
+}
+
+// The picker's family, style and size lists, in that order.
+QListView* listaSelector(QWidget* selector, int cual)
+{
+    return selector->findChildren<QListView*>(QString(), Qt::FindDirectChildrenOnly).value(cual);
+}
+constexpr int ListaFamilias = 0;
+constexpr int ListaTamanos = 2;
+
+// Picks an entry of one of the picker's lists, as a click on it would.
+void elegirDeLista(QListView* lista, const QString& texto)
+{
+    QVERIFY(lista);
+    const QModelIndexList encontrados =
+        lista->model()->match(lista->model()->index(0, 0), Qt::DisplayRole, texto, 1, Qt::MatchExactly);
+    QVERIFY2(!encontrados.isEmpty(), qPrintable(texto));
+    lista->setCurrentIndex(encontrados.first());
+}
+
+// A font chosen from the picker's lists; a fractional size is typed into its
+// size box. A size beyond what the box takes is put into the picker's sample,
+// as a picker elsewhere could report it.
 ModalAnswerer::Handler elegirFuente(QFont font)
 {
     return [font](QWidget* w) {
@@ -112,10 +148,12 @@ ModalAnswerer::Handler elegirFuente(QFont font)
         QCOMPARE(cmd->objectName(), QStringLiteral("CMD"));
         QVERIFY(cmd->testOption(QFontDialog::DontUseNativeDialog));
         cmd->setCurrentFont(font);
-        if (font.pointSizeF() != double(int(font.pointSizeF())) || font.pointSizeF() > 512) {
+        if (font.pointSizeF() > 999) {
             auto* sample = cmd->findChild<QLineEdit*>(QStringLiteral("qt_fontDialog_sampleEdit"));
             QVERIFY(sample);
             sample->setFont(font);
+        } else if (font.pointSizeF() != double(int(font.pointSizeF()))) {
+            escribirTamano(cmd, QString::number(font.pointSizeF()));
         }
         cmd->accept();
     };
@@ -551,6 +589,7 @@ private slots:
         QTest::addColumn<double>("puntos");
         QTest::addColumn<short>("guardado");
         QTest::newRow("10.5") << 10.5 << short(10);
+        QTest::newRow("2.5") << 2.5 << short(2);
         QTest::newRow("11.5") << 11.5 << short(12);
         QTest::newRow("12.5") << 12.5 << short(12);
         QTest::newRow("9.4") << 9.4 << short(9);
@@ -577,6 +616,168 @@ private slots:
         QVERIFY(m_completo);
         QCOMPARE(mostrado, puntos);
         QCOMPARE(f.Tam_fuente(), guardado);
+    }
+
+    void fontPickerOpensOnAPlainFont()
+    {
+        EFigura f;
+        llenarGuardada(f); // bold and italic: the picker does not take the figure's look
+        QFont propuesta;
+        QString tamano;
+        QVERIFY(!editar(f, {
+                               pulsa("cFont"),
+                               [&](QWidget* w) {
+                                   auto* cmd = qobject_cast<QFontDialog*>(w);
+                                   QVERIFY(cmd);
+                                   propuesta = cmd->currentFont();
+                                   QVERIFY(cajaTamano(w));
+                                   tamano = cajaTamano(w)->text();
+                                   cmd->reject();
+                               },
+                               pulsa("cmdCancel"),
+                           }));
+        QVERIFY(m_completo);
+        const QFontInfo aplicacion(QApplication::font());
+        QCOMPARE(propuesta.family(), aplicacion.family());
+        QCOMPARE(propuesta.pointSize(), aplicacion.pointSize());
+        QCOMPARE(tamano, QString::number(aplicacion.pointSize()));
+        QVERIFY(!propuesta.bold());
+        QVERIFY(!propuesta.italic());
+        QVERIFY(!propuesta.underline());
+        QVERIFY(!propuesta.strikeOut());
+    }
+
+    void typedSizeTakesEitherDecimalMark_data()
+    {
+        QTest::addColumn<QString>("escrito");
+        QTest::addColumn<double>("mostrado");
+        QTest::addColumn<short>("guardado");
+        QTest::newRow("10.5") << QStringLiteral("10.5") << 10.5 << short(10);
+        QTest::newRow("10,5") << QStringLiteral("10,5") << 10.5 << short(10);
+        QTest::newRow("2,5") << QStringLiteral("2,5") << 2.5 << short(2);
+        QTest::newRow("11.5") << QStringLiteral("11.5") << 11.5 << short(12);
+        QTest::newRow("7.25") << QStringLiteral("7.25") << 7.25 << short(7);
+        QTest::newRow("16") << QStringLiteral("16") << 16.0 << short(16);
+    }
+
+    void typedSizeTakesEitherDecimalMark()
+    {
+        QFETCH(QString, escrito);
+        QFETCH(double, mostrado);
+        QFETCH(short, guardado);
+        EFigura f;
+        llenarGuardada(f);
+        QString caja;
+        double visto = 0;
+        QVERIFY(editar(f, {
+                              pulsa("cFont"),
+                              [&](QWidget* w) {
+                                  escribirTamano(w, escrito);
+                                  caja = cajaTamano(w)->text();
+                                  qobject_cast<QDialog*>(w)->accept();
+                              },
+                              [&](QWidget* w) {
+                                  visto = muestra(w)->font().pointSizeF();
+                                  pulsar(w, QStringLiteral("cmdAceptar"));
+                              },
+                          }));
+        QVERIFY(m_completo);
+        QCOMPARE(caja, escrito);
+        QCOMPARE(visto, mostrado);
+        QCOMPARE(f.Tam_fuente(), guardado);
+    }
+
+    void sizeBoxRefusesWhatIsNoSize_data()
+    {
+        QTest::addColumn<QString>("escrito");
+        QTest::addColumn<QString>("queda");
+        // An empty "queda": nothing typed was taken, the box shows what it showed.
+        QTest::newRow("letters") << QStringLiteral("abc") << QString();
+        QTest::newRow("negative") << QStringLiteral("-3") << QStringLiteral("3");
+        QTest::newRow("four digits") << QStringLiteral("1234") << QStringLiteral("123");
+        QTest::newRow("three decimals") << QStringLiteral("10.555") << QStringLiteral("10.55");
+        QTest::newRow("exponent") << QStringLiteral("1e3") << QStringLiteral("13");
+        QTest::newRow("two marks") << QStringLiteral("10..5") << QStringLiteral("10.5");
+        QTest::newRow("blank") << QStringLiteral("12 ") << QStringLiteral("12");
+        QTest::newRow("arabic digits") << QStringLiteral("\u0661\u0662") << QString();
+        QTest::newRow("sql") << QStringLiteral("1'; DROP TABLE ut_bi_Figura;--") << QStringLiteral("1");
+    }
+
+    void sizeBoxRefusesWhatIsNoSize()
+    {
+        QFETCH(QString, escrito);
+        QFETCH(QString, queda);
+        EFigura f;
+        llenarGuardada(f);
+        QString antes, caja;
+        double elegido = 0;
+        QVERIFY(editar(f, {
+                              pulsa("cFont"),
+                              [&](QWidget* w) {
+                                  antes = cajaTamano(w)->text();
+                                  escribirTamano(w, escrito);
+                                  caja = cajaTamano(w)->text();
+                                  elegido = qobject_cast<QFontDialog*>(w)->currentFont().pointSizeF();
+                                  qobject_cast<QDialog*>(w)->accept();
+                              },
+                              pulsa("cmdAceptar"),
+                          }));
+        QVERIFY(m_completo);
+        QCOMPARE(caja, queda.isEmpty() ? antes : queda);
+        QCOMPARE(elegido, caja.toDouble());
+        QCOMPARE(f.Tam_fuente(), vb::CInt(elegido));
+    }
+
+    void typedFractionStaysWhenTheFamilyChanges()
+    {
+        EFigura f;
+        llenarGuardada(f);
+        QString caja;
+        QFont elegida;
+        double visto = 0;
+        QVERIFY(editar(f, {
+                              pulsa("cFont"),
+                              [&](QWidget* w) {
+                                  escribirTamano(w, QStringLiteral("10.5"));
+                                  elegirDeLista(listaSelector(w, ListaFamilias), QStringLiteral("DejaVu Serif"));
+                                  caja = cajaTamano(w)->text();
+                                  elegida = qobject_cast<QFontDialog*>(w)->currentFont();
+                                  qobject_cast<QDialog*>(w)->accept();
+                              },
+                              [&](QWidget* w) {
+                                  visto = muestra(w)->font().pointSizeF();
+                                  pulsar(w, QStringLiteral("cmdAceptar"));
+                              },
+                          }));
+        QVERIFY(m_completo);
+        QCOMPARE(caja, QStringLiteral("10.5"));
+        QCOMPARE(elegida.family(), QStringLiteral("DejaVu Serif"));
+        QCOMPARE(elegida.pointSizeF(), 10.5);
+        QCOMPARE(visto, 10.5);
+        QCOMPARE(f.Fuente(), QStringLiteral("DejaVu Serif"));
+        QCOMPARE(f.Tam_fuente(), short(10));
+    }
+
+    void listedSizeReplacesATypedFraction()
+    {
+        EFigura f;
+        llenarGuardada(f);
+        QString caja;
+        QVERIFY(editar(f, {
+                              pulsa("cFont"),
+                              [&](QWidget* w) {
+                                  escribirTamano(w, QStringLiteral("10.5"));
+                                  elegirDeLista(listaSelector(w, ListaTamanos), QStringLiteral("12"));
+                                  elegirDeLista(listaSelector(w, ListaFamilias), QStringLiteral("DejaVu Sans Mono"));
+                                  caja = cajaTamano(w)->text();
+                                  qobject_cast<QDialog*>(w)->accept();
+                              },
+                              pulsa("cmdAceptar"),
+                          }));
+        QVERIFY(m_completo);
+        QCOMPARE(caja, QStringLiteral("12"));
+        QCOMPARE(f.Fuente(), QStringLiteral("DejaVu Sans Mono"));
+        QCOMPARE(f.Tam_fuente(), short(12));
     }
 
     void sizeTooLargeToStoreLeavesTheStoredSizeAndTheRest()

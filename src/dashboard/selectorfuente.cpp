@@ -9,8 +9,9 @@
 namespace {
 
 // Up to three whole digits and two decimals, with either decimal mark, and
-// never zero: what a user types as a point size.
-const QRegularExpression TamanoValido(QStringLiteral(R"(^(?!0*(?:[.,]0*)?$)\d{1,3}(?:[.,]\d{0,2})?$)"));
+// never zero: what a user types as a point size. ASCII digits only, as a
+// number is read.
+const QRegularExpression TamanoValido(QStringLiteral(R"(^(?!0*(?:[.,]0*)?$)[0-9]{1,3}(?:[.,][0-9]{0,2})?$)"));
 
 // A typed size in points, or 0 when the text is not one.
 double puntosEscritos(QString texto)
