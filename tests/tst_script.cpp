@@ -168,10 +168,8 @@ private slots:
             << QStringLiteral("many_windows.js") << QStringLiteral("many windows ok");
         QTest::newRow("windowObjectsAreOnePerWindowAndRefuseWhatIsNoWindow")
             << QStringLiteral("window_objects.js") << QStringLiteral("window objects ok");
-        QTest::newRow("librarySelectionIsWhatTheDialogActsOn")
-            << QStringLiteral("library_selection.js") << QStringLiteral("library selection ok");
-        QTest::newRow("doubleClickWhoseEditorReloadsTheTreeOpensOneEditor")
-            << QStringLiteral("library_double_click.js") << QStringLiteral("library double click ok");
+        QTest::newRow("libraryTreeSelectionIsWhatTheDialogActsOnAndADoubleClickOpensOneEditor")
+            << QStringLiteral("library_tree.js") << QStringLiteral("library tree ok");
     }
     void scriptRunsToItsEnd()
     {
