@@ -1,0 +1,16 @@
+#pragma once
+
+#include "problema.h"
+
+#include <QJsonObject>
+#include <QList>
+#include <QString>
+
+// The check's report for people (numbered, with the rows involved) and for
+// programs (JSON with the same content).
+namespace InformeRevision {
+
+QString texto(const QList<Problema>& problemas);
+QJsonObject json(const QList<Problema>& problemas);
+
+} // namespace InformeRevision
