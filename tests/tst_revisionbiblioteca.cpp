@@ -11,6 +11,7 @@
 #include "tools/revisionbiblioteca.h"
 
 #include <QJsonArray>
+#include <QLocale>
 #include <QJsonDocument>
 #include <QJsonObject>
 #include <QProcess>
@@ -217,6 +218,25 @@ private slots:
         arreglarYComprobarSana(p);
         QCOMPARE(fixture.um->asked.last(), QStringLiteral("KZ4-TBL-06-002"));
         QCOMPARE(db.scalar(QStringLiteral("SELECT COUNT(*) FROM ut_bi_BarraProg WHERE uf_FK_Indicador=%1").arg(indicador)).toInt(), 1);
+    }
+
+    void saveUnderADecimalCommaLocaleIsFoundAndRepaired()
+    {
+        const QLocale antes;
+        QLocale::setDefault(QLocale(QLocale::German, QLocale::Germany));
+        std::unique_ptr<QObject> nuevo(fixture.engine->CrearEntidad(VendimarBI::cIndicador));
+        nuevo->setProperty("Nombre", QStringLiteral("Con coma"));
+        nuevo->setProperty("FK_Perspectiva", ventas);
+        nuevo->property("Configuracion").value<QObject*>()->setProperty("Dia_Max", 2.5);
+        const bool guardado = fixture.engine->GuardarEntidad(nuevo.get());
+        QLocale::setDefault(antes);
+        QVERIFY(guardado);
+        const int clave = nuevo->property("Sys_PK").toInt();
+        const Problema p = unico(QStringLiteral("indicador-sin-configuracion"));
+        QCOMPARE(p.tipo, QStringLiteral("indicador-sin-configuracion"));
+        QCOMPARE(p.clave, clave);
+        QVERIFY(p.descripcion.contains(QStringLiteral("ut_bi_BarraProg")));
+        arreglarYComprobarSana(p);
     }
 
     void rowsInAnotherKindsTableAreReportedAndRemoved()

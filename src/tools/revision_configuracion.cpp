@@ -126,7 +126,9 @@ void RevisionBiblioteca::revisarMetricasDe(const FotoBiblioteca::Fila& indicador
             const FotoBiblioteca::Fila* encontrada = m_metricas.value(metrica);
             if (!encontrada)
                 inexistentes.append({QStringLiteral("ut_bi_Metrica"), metrica, QString(), it.key()});
-            else if (entero(*encontrada, QStringLiteral("uf_fk_perspectiva")) != perspectiva)
+            // Without a perspective of its own the indicator has nothing to compare with.
+            else if (m_perspectivas.contains(perspectiva)
+                     && entero(*encontrada, QStringLiteral("uf_fk_perspectiva")) != perspectiva)
                 ajenas.append({QStringLiteral("ut_bi_Metrica"), metrica,
                                encontrada->value(QStringLiteral("uf_nombre")).toString(),
                                it.key() + QStringLiteral(" — ") + ruta(entero(*encontrada, QStringLiteral("uf_fk_perspectiva")))});
