@@ -14,6 +14,7 @@
 #include <QJsonDocument>
 #include <QJsonObject>
 #include <QFile>
+#include <QFileInfo>
 #include <functional>
 #include <QProcess>
 #include <QTest>
@@ -320,6 +321,43 @@ private slots:
         QCOMPARE(paquete.value(QStringLiteral("indicadores")).toArray().size(), 3);
         QCOMPARE(paquete.value(QStringLiteral("metricas")).toArray().size(), 3);
         QVERIFY(ExportadorPaquete(fixture.engine.get(), db.connection()).tablero(99999).isEmpty());
+    }
+
+    // Every bash block of the guide, in order, in one shell: LIBRARY is a
+    // fresh SQLite file, OTHER the test database.
+    void guideExamplesRun()
+    {
+        QFile guia(QFileInfo(QStringLiteral(__FILE__)).absolutePath() + QStringLiteral("/../docs/health-and-bundles.md"));
+        QVERIFY(guia.open(QIODevice::ReadOnly));
+        QString script = QStringLiteral("set -eo pipefail\nvbi() { \"$VBI_PROGRAM\" \"$@\"; }\n");
+        bool dentro = false;
+        int bloques = 0;
+        for (const QString& linea : QString::fromUtf8(guia.readAll()).split(QLatin1Char('\n'))) {
+            if (!dentro && linea.trimmed() == QLatin1String("```bash")) {
+                dentro = true;
+                ++bloques;
+            } else if (dentro && linea.trimmed() == QLatin1String("```")) {
+                dentro = false;
+            } else if (dentro) {
+                script += linea + QLatin1Char('\n');
+            }
+        }
+        QVERIFY(bloques >= 5);
+        CarpetaPrueba carpeta;
+        QProcessEnvironment entorno = QProcessEnvironment::systemEnvironment();
+        entorno.insert(QStringLiteral("VBI_PROGRAM"), QStringLiteral(VBI_PROGRAM));
+        entorno.insert(QStringLiteral("LIBRARY"), QStringLiteral("sqlite://") + carpeta.archivo(QStringLiteral("library.db")));
+        entorno.insert(QStringLiteral("OTHER"), db.url());
+        QProcess bash;
+        bash.setProcessEnvironment(entorno);
+        bash.setWorkingDirectory(carpeta.archivo(QString()));
+        bash.start(QStringLiteral("bash"), {QStringLiteral("-c"), script});
+        QVERIFY(bash.waitForFinished(120000));
+        const QString salida = QString::fromUtf8(bash.readAllStandardOutput());
+        QVERIFY2(bash.exitCode() == 0, qPrintable(salida + QString::fromUtf8(bash.readAllStandardError())));
+        QVERIFY(salida.contains(QStringLiteral("metrics: 0 created, 3 reused")));
+        QVERIFY(salida.contains(QStringLiteral("[indicador-sin-perspectiva]")));
+        QVERIFY(salida.contains(QStringLiteral("exit status 1")));
     }
 
     void commandsExportAndImportThroughFiles()

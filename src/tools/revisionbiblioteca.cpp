@@ -82,11 +82,17 @@ void RevisionBiblioteca::revisarHojas(const QSet<int>& ocultas)
         const char* tabla;
         const char* tipo;
         const char* descripcion;
+        const char* porque;
     };
     const Hoja hojas[] = {
-        {&m_foto.metricas, "ut_bi_Metrica", "metrica-sin-perspectiva", "La métrica «%1» pertenece a la perspectiva %2, que no existe."},
+        {&m_foto.metricas, "ut_bi_Metrica", "metrica-sin-perspectiva",
+         "La métrica «%1» pertenece a la perspectiva %2, que no existe.",
+         "No aparece en la biblioteca de métricas ni en el diseñador de indicadores: nadie puede verla, usarla ni "
+         "borrarla."},
         {&m_foto.indicadores, "ut_bi_Indicador", "indicador-sin-perspectiva",
-         "El indicador «%1» pertenece a la perspectiva %2, que no existe."}};
+         "El indicador «%1» pertenece a la perspectiva %2, que no existe.",
+         "No aparece en la biblioteca de indicadores ni se puede colocar en un tablero: nadie puede verlo, editarlo "
+         "ni borrarlo."}};
     for (const Hoja& hoja : hojas) {
         for (const FotoBiblioteca::Fila& fila : *hoja.filas) {
             const int perspectiva = entero(fila, ColumnaPerspectiva);
@@ -95,7 +101,7 @@ void RevisionBiblioteca::revisarHojas(const QSet<int>& ocultas)
             Problema p;
             p.tipo = QLatin1String(hoja.tipo);
             p.descripcion = QString::fromUtf8(hoja.descripcion).arg(nombreDe(fila)).arg(perspectiva);
-            p.porque = QStringLiteral("No aparece en ninguna biblioteca, así que nadie puede verlo, usarlo ni borrarlo.");
+            p.porque = QString::fromUtf8(hoja.porque);
             p.filas.append({QLatin1String(hoja.tabla), entero(fila, ClavePrimaria), nombreDe(fila),
                             QStringLiteral("perspectiva %1").arg(perspectiva)});
             m_problemas.append(p);
