@@ -4,8 +4,6 @@
 
 namespace InformeRevision {
 
-namespace {
-
 QString fila(const FilaProblema& f)
 {
     QString texto = QStringLiteral("%1 %2").arg(f.tabla).arg(f.clave);
@@ -15,8 +13,6 @@ QString fila(const FilaProblema& f)
         texto += QStringLiteral(" — ") + f.detalle;
     return texto;
 }
-
-} // namespace
 
 QString texto(const QList<Problema>& problemas)
 {

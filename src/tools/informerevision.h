@@ -11,6 +11,8 @@
 namespace InformeRevision {
 
 QString texto(const QList<Problema>& problemas);
+// One row involved: table, key, name and detail on a line.
+QString fila(const FilaProblema& f);
 QJsonObject json(const QList<Problema>& problemas);
 
 } // namespace InformeRevision
