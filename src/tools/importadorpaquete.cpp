@@ -13,39 +13,24 @@ namespace {
 
 const QString Propiedades = QStringLiteral("propiedades");
 
+// Each kind's name in the summary and the right the editor that creates
+// one asks, by kind (1 to 6).
+struct Clase {
+    const char* nombre;
+    const char* derecho;
+};
+constexpr Clase Clases[] = {{"perspectives", "KZ4-TBL-05-001"},      {"metrics", "KZ4-TBL-05-004"},
+                            {"indicators", "KZ4-TBL-06-001"},        {"dashboards", "KZ4-TBL-01-000"},
+                            {"placed indicators", "KZ4-TBL-03-000"}, {"texts", "KZ4-TBL-03-000"}};
+
 QString nombreDe(int tipo)
 {
-    switch (tipo) {
-    case VendimarBI::cPerspectiva:
-        return QStringLiteral("perspectives");
-    case VendimarBI::cMetrica:
-        return QStringLiteral("metrics");
-    case VendimarBI::cIndicador:
-        return QStringLiteral("indicators");
-    case VendimarBI::cTablero:
-        return QStringLiteral("dashboards");
-    case VendimarBI::ctabindicador:
-        return QStringLiteral("placed indicators");
-    default:
-        return QStringLiteral("texts");
-    }
+    return QLatin1String(Clases[tipo - VendimarBI::cPerspectiva].nombre);
 }
 
-// The right the editor that creates an entity of the kind asks.
 QString derechoDe(int tipo)
 {
-    switch (tipo) {
-    case VendimarBI::cPerspectiva:
-        return QStringLiteral("KZ4-TBL-05-001");
-    case VendimarBI::cMetrica:
-        return QStringLiteral("KZ4-TBL-05-004");
-    case VendimarBI::cIndicador:
-        return QStringLiteral("KZ4-TBL-06-001");
-    case VendimarBI::cTablero:
-        return QStringLiteral("KZ4-TBL-01-000");
-    default:
-        return QStringLiteral("KZ4-TBL-03-000");
-    }
+    return QLatin1String(Clases[tipo - VendimarBI::cPerspectiva].derecho);
 }
 
 QString tablaConfiguracion(int tipo)

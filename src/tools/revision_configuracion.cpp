@@ -39,12 +39,14 @@ bool esColumnaMetrica(const QString& columna)
         || columna.startsWith(QLatin1String("uf_fk_g_metrica"));
 }
 
-Problema deIndicador(const char* tipo, const QString& descripcion, const QString& porque, Arreglo arreglo, int clave)
+Problema deIndicador(const char* tipo, const QString& descripcion, const QString& porque, Arreglo arreglo, int clave,
+                     const QList<FilaProblema>& filas)
 {
     Problema p;
     p.tipo = QLatin1String(tipo);
     p.descripcion = descripcion;
     p.porque = porque;
+    p.filas = filas;
     p.arreglo = arreglo;
     p.tipoEntidad = VendimarBI::cIndicador;
     p.clave = clave;
@@ -76,39 +78,32 @@ void RevisionBiblioteca::revisarConfiguracionDe(const FotoBiblioteca::Fila& indi
             continue;
         }
         if (filas.isEmpty()) {
-            Problema p = deIndicador(
+            m_problemas.append(deIndicador(
                 "indicador-sin-configuracion",
                 QStringLiteral("El indicador «%1» no tiene su fila de configuración en %2.").arg(nombre, t.tabla),
                 QStringLiteral("Se muestra sin métrica, límites ni colores. Suele ocurrir al guardarlo con una "
                                "configuración regional que escribe los decimales con coma."),
-                Arreglo::RehacerConfiguracion, clave);
-            p.filas.append(filaIndicador);
-            m_problemas.append(p);
+                Arreglo::RehacerConfiguracion, clave, {filaIndicador}));
         } else if (filas.size() > 1) {
-            Problema p = deIndicador(
+            QList<FilaProblema> repetidas{filaIndicador};
+            for (qsizetype i = 0; i < filas.size(); ++i)
+                repetidas.append({t.tabla, clave, nombre, QStringLiteral("fila %1 de %2").arg(i + 1).arg(filas.size())});
+            m_problemas.append(deIndicador(
                 "configuracion-repetida",
                 QStringLiteral("El indicador «%1» tiene %2 filas de configuración en %3.").arg(nombre).arg(filas.size()).arg(t.tabla),
                 QStringLiteral("Sólo se lee una, y cuál depende de la base de datos: lo que se ve puede cambiar sin "
                                "que nadie lo edite."),
-                Arreglo::RehacerConfiguracion, clave);
-            p.filas.append(filaIndicador);
-            for (qsizetype i = 0; i < filas.size(); ++i)
-                p.filas.append({t.tabla, clave, nombre, QStringLiteral("fila %1 de %2").arg(i + 1).arg(filas.size())});
-            m_problemas.append(p);
+                Arreglo::RehacerConfiguracion, clave, repetidas));
         }
         revisarMetricasDe(indicador, filas);
     }
-    if (!ajenas.isEmpty()) {
-        Problema p = deIndicador(
+    if (!ajenas.isEmpty())
+        m_problemas.append(deIndicador(
             "configuracion-de-otro-tipo",
             QStringLiteral("El indicador «%1» tiene filas de configuración en la tabla de otro tipo de indicador.").arg(nombre),
             QStringLiteral("Nadie las lee ni las edita; si el indicador cambiara de tipo, aparecerían valores que "
                            "nadie ha revisado."),
-            Arreglo::RehacerConfiguracion, clave);
-        p.filas.append(filaIndicador);
-        p.filas.append(ajenas);
-        m_problemas.append(p);
-    }
+            Arreglo::RehacerConfiguracion, clave, QList<FilaProblema>{filaIndicador} + ajenas));
 }
 
 void RevisionBiblioteca::revisarMetricasDe(const FotoBiblioteca::Fila& indicador, const QList<FotoBiblioteca::Fila>& filas)
@@ -134,24 +129,19 @@ void RevisionBiblioteca::revisarMetricasDe(const FotoBiblioteca::Fila& indicador
                                it.key() + QStringLiteral(" — ") + ruta(entero(*encontrada, QStringLiteral("uf_fk_perspectiva")))});
         }
     }
-    if (!inexistentes.isEmpty()) {
-        Problema p = deIndicador("metrica-inexistente",
-                                 QStringLiteral("La configuración del indicador «%1» nombra métricas que no existen.").arg(nombre),
-                                 QStringLiteral("El indicador no tiene de dónde sacar esos valores."),
-                                 Arreglo::QuitarMetricas, clave);
-        p.filas = inexistentes;
-        m_problemas.append(p);
-    }
-    if (!ajenas.isEmpty()) {
-        Problema p = deIndicador(
+    if (!inexistentes.isEmpty())
+        m_problemas.append(deIndicador(
+            "metrica-inexistente",
+            QStringLiteral("La configuración del indicador «%1» nombra métricas que no existen.").arg(nombre),
+            QStringLiteral("El indicador no tiene de dónde sacar esos valores."), Arreglo::QuitarMetricas, clave,
+            inexistentes));
+    if (!ajenas.isEmpty())
+        m_problemas.append(deIndicador(
             "metrica-de-otra-perspectiva",
             QStringLiteral("La configuración del indicador «%1» nombra métricas de otra perspectiva.").arg(nombre),
             QStringLiteral("El diseñador del indicador sólo lista las métricas de su perspectiva: en él esas "
                            "referencias no se ven ni se pueden cambiar."),
-            Arreglo::Ninguno, clave);
-        p.filas = ajenas;
-        m_problemas.append(p);
-    }
+            Arreglo::Ninguno, clave, ajenas));
 }
 
 // Configuration rows of an indicator that is gone; one problem per key.
@@ -163,12 +153,9 @@ void RevisionBiblioteca::revisarConfiguracionesHuerfanas()
             if (!m_indicadores.contains(entero(fila, ColumnaIndicador)))
                 porIndicador[entero(fila, ColumnaIndicador)].append({t.tabla, entero(fila, ColumnaIndicador), QString(),
                                                                       QStringLiteral("uf_FK_Indicador")});
-    for (auto it = porIndicador.cbegin(); it != porIndicador.cend(); ++it) {
-        Problema p = deIndicador("configuracion-sin-indicador",
-                                 QStringLiteral("Hay filas de configuración del indicador %1, que no existe.").arg(it.key()),
-                                 QStringLiteral("Nadie puede verlas ni borrarlas desde la biblioteca."),
-                                 Arreglo::EliminarFilas, it.key());
-        p.filas = it.value();
-        m_problemas.append(p);
-    }
+    for (auto it = porIndicador.cbegin(); it != porIndicador.cend(); ++it)
+        m_problemas.append(deIndicador("configuracion-sin-indicador",
+                                       QStringLiteral("Hay filas de configuración del indicador %1, que no existe.").arg(it.key()),
+                                       QStringLiteral("Nadie puede verlas ni borrarlas desde la biblioteca."),
+                                       Arreglo::EliminarFilas, it.key(), it.value()));
 }
