@@ -13,6 +13,7 @@
 #include <QLabel>
 #include <QPushButton>
 #include <QTest>
+#include <QComboBox>
 #include <QFrame>
 
 using namespace driver;
@@ -87,6 +88,24 @@ private slots:
             QCOMPARE(p.arreglo, Arreglo::Ninguno);
         QCOMPARE(db.scalar(QStringLiteral("SELECT COUNT(*) FROM ut_bi_BarraProg")).toInt(), 1);
         QCOMPARE(db.scalar(QStringLiteral("SELECT COUNT(*) FROM ut_bi_TabIndicador")).toInt(), 2);
+    }
+
+    void hiddenPerspectiveIsMovedUnderTheParentChosen()
+    {
+        const int ventas = db.scalar(QStringLiteral("SELECT Sys_PK FROM ut_bi_Perspectiva WHERE uf_Nombre='Ventas'")).toInt();
+        db.exec(QStringLiteral("UPDATE ut_bi_Perspectiva SET uf_padre=99999 WHERE uf_Nombre='Por cliente'"));
+        VentanaRevision ventana(fixture.engine.get());
+        ventana.show();
+        auto* cPadre = control<QComboBox>(&ventana, QStringLiteral("cPadre(0)"));
+        QCOMPARE(cPadre->itemText(0), QStringLiteral("(nivel superior)"));
+        const int posicion = cPadre->findData(ventas);
+        QVERIFY(posicion > 0);
+        QCOMPARE(cPadre->itemText(posicion), QStringLiteral("Ventas"));
+        cPadre->setCurrentIndex(posicion);
+        control<QPushButton>(&ventana, QStringLiteral("cmdArreglar(0)"))->click();
+        QTRY_VERIFY(ventana.problemas().isEmpty());
+        QCOMPARE(db.scalar(QStringLiteral("SELECT uf_padre FROM ut_bi_Perspectiva WHERE uf_Nombre='Por cliente'")).toInt(), ventas);
+        QCOMPARE(fixture.um->asked, QStringList{QStringLiteral("KZ4-TBL-05-002")});
     }
 
     void refusedRightLeavesTheProblemAndSaysSo()

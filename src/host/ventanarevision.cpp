@@ -7,7 +7,9 @@
 #include "tools/revisionbiblioteca.h"
 #include "vb/automationerror.h"
 
+#include <QComboBox>
 #include <QDialogButtonBox>
+#include <QHBoxLayout>
 #include <QFrame>
 #include <QLabel>
 #include <QPushButton>
@@ -63,11 +65,11 @@ void VentanaRevision::revisar()
     mostrar();
 }
 
-bool VentanaRevision::arreglar(int posicion)
+bool VentanaRevision::arreglar(int posicion, int padre)
 {
     if (posicion < 0 || posicion >= m_problemas.size())
         return false;
-    const bool hecho = ArregloBiblioteca::aplicar(m_engine, m_problemas.at(posicion));
+    const bool hecho = ArregloBiblioteca::aplicar(m_engine, m_problemas.at(posicion), padre);
     m_aviso = hecho ? QStringLiteral("Arreglo hecho: %1.").arg(m_problemas.at(posicion).textoArreglo())
                     : QStringLiteral("El arreglo no se hizo: falta el permiso o la base de datos lo rechazó.");
     revisar();
@@ -117,11 +119,25 @@ QWidget* VentanaRevision::bloque(int posicion, const Problema& p)
     for (const FilaProblema& f : p.filas)
         filas.append(QStringLiteral("• ") + InformeRevision::fila(f));
     etiqueta("lblFilas", filas.join(QLatin1Char('\n')));
-    if (p.arreglo != Arreglo::Ninguno) {
-        auto* boton = new QPushButton(p.textoArreglo(), marco);
-        boton->setObjectName(QStringLiteral("cmdArreglar(%1)").arg(posicion));
-        connect(boton, &QPushButton::clicked, this, [this, posicion] { arreglar(posicion); });
-        layout->addWidget(boton, 0, Qt::AlignRight);
+    if (p.arreglo == Arreglo::Ninguno)
+        return marco;
+    auto* fila = new QHBoxLayout;
+    fila->addStretch(1);
+    QComboBox* cPadre = nullptr;
+    if (p.arreglo == Arreglo::ReubicarPerspectiva) {
+        fila->addWidget(new QLabel(QStringLiteral("Colocarla bajo:"), marco));
+        cPadre = new QComboBox(marco);
+        cPadre->setObjectName(QStringLiteral("cPadre(%1)").arg(posicion));
+        cPadre->addItem(QStringLiteral("(nivel superior)"), 0);
+        for (const auto& [clave, ruta] : p.padresPosibles)
+            cPadre->addItem(ruta, clave);
+        fila->addWidget(cPadre);
     }
+    auto* boton = new QPushButton(cPadre ? QStringLiteral("Mover la perspectiva") : p.textoArreglo(), marco);
+    boton->setObjectName(QStringLiteral("cmdArreglar(%1)").arg(posicion));
+    connect(boton, &QPushButton::clicked, this,
+            [this, posicion, cPadre] { arreglar(posicion, cPadre ? cPadre->currentData().toInt() : 0); });
+    fila->addWidget(boton);
+    layout->addLayout(fila);
     return marco;
 }

@@ -20,8 +20,9 @@ public:
     const QList<Problema>& problemas() const { return m_problemas; }
     // Reads the library again and shows what it finds.
     void revisar();
-    // Applies the fix of the problem at the position; answers whether it was made.
-    bool arreglar(int posicion);
+    // Applies the fix of the problem at the position; answers whether it was
+    // made. padre: where a hidden perspective goes, 0 for the top level.
+    bool arreglar(int posicion, int padre = 0);
 
 private:
     void mostrar();

@@ -1,6 +1,7 @@
 #pragma once
 
 #include <QList>
+#include <QPair>
 #include <QString>
 
 // One row a problem involves: its table, key and name, and a detail such as
@@ -32,6 +33,9 @@ struct Problema {
     Arreglo arreglo = Arreglo::Ninguno;
     int tipoEntidad = 0;
     int clave = 0;
+    // For a hidden perspective: the perspectives it can be moved under and
+    // then show with everything below it (key and path), besides the top level.
+    QList<QPair<int, QString>> padresPosibles;
 
     // The fix in a few words, empty when there is none.
     QString textoArreglo() const;

@@ -18,24 +18,10 @@ bool seCopia(const QMetaProperty& propiedad)
         && !(tipo.flags() & QMetaType::PointerToQObject);
 }
 
-} // namespace
-
-QJsonObject leer(const QObject* entidad)
-{
-    QJsonObject propiedades;
-    const QMetaObject* meta = entidad->metaObject();
-    for (int i = meta->propertyOffset(); i < meta->propertyCount(); ++i) {
-        const QMetaProperty propiedad = meta->property(i);
-        if (seCopia(propiedad))
-            propiedades.insert(QLatin1String(propiedad.name()), QJsonValue::fromVariant(propiedad.read(entidad)));
-    }
-    return propiedades;
-}
-
 // A value of the kind the property holds: text for a text, true or false for
 // a flag, a whole number that fits for an integer. Anything else means a
 // damaged bundle, not something to store as 0.
-static bool encaja(const QMetaProperty& propiedad, const QJsonValue& valor)
+bool encaja(const QMetaProperty& propiedad, const QJsonValue& valor)
 {
     switch (propiedad.metaType().id()) {
     case QMetaType::QString:
@@ -51,6 +37,20 @@ static bool encaja(const QMetaProperty& propiedad, const QJsonValue& valor)
         return valor.isDouble() && valor.toDouble() == std::trunc(valor.toDouble())
             && std::abs(valor.toDouble()) <= std::numeric_limits<int>::max();
     }
+}
+
+} // namespace
+
+QJsonObject leer(const QObject* entidad)
+{
+    QJsonObject propiedades;
+    const QMetaObject* meta = entidad->metaObject();
+    for (int i = meta->propertyOffset(); i < meta->propertyCount(); ++i) {
+        const QMetaProperty propiedad = meta->property(i);
+        if (seCopia(propiedad))
+            propiedades.insert(QLatin1String(propiedad.name()), QJsonValue::fromVariant(propiedad.read(entidad)));
+    }
+    return propiedades;
 }
 
 bool escribir(QObject* entidad, const QJsonObject& propiedades)

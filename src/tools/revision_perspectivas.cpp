@@ -6,6 +6,8 @@
 
 #include "model/vendimarbi.h"
 
+#include <QMultiMap>
+
 #include <algorithm>
 
 namespace {
@@ -65,7 +67,7 @@ void RevisionBiblioteca::revisarPerspectivas()
         std::sort(ciclo.begin(), ciclo.end());
         for (int miembro : ciclo)
             enCiclo.insert(miembro);
-        reportarCiclo(ciclo, ocultas);
+        reportarCiclo(ciclo, ocultas, visibles);
     }
     revisarHojas(ocultas);
 }
@@ -94,10 +96,25 @@ void RevisionBiblioteca::reportarOculta(int clave, const QSet<int>& ocultas, con
     p.arreglo = Arreglo::ReubicarPerspectiva;
     p.tipoEntidad = VendimarBI::cPerspectiva;
     p.clave = clave;
+    p.padresPosibles = padresPosibles(clave, visibles);
     m_problemas.append(p);
 }
 
-void RevisionBiblioteca::reportarCiclo(const QList<int>& ciclo, const QSet<int>& ocultas)
+// A parent that is read before its own children (its parent key is smaller
+// than its key) and before the moved perspective's children (its key is
+// smaller than the moved one's): under it the perspective shows at once, and
+// so does what hangs below it.
+QList<QPair<int, QString>> RevisionBiblioteca::padresPosibles(int clave, const QSet<int>& visibles) const
+{
+    QList<QPair<int, QString>> posibles;
+    for (int padre : ordenadas(visibles)) {
+        if (padre < clave && entero(*m_perspectivas.value(padre), ColumnaPadre) < padre)
+            posibles.append({padre, ruta(padre)});
+    }
+    return posibles;
+}
+
+void RevisionBiblioteca::reportarCiclo(const QList<int>& ciclo, const QSet<int>& ocultas, const QSet<int>& visibles)
 {
     QStringList nombres;
     for (int miembro : ciclo)
@@ -115,6 +132,7 @@ void RevisionBiblioteca::reportarCiclo(const QList<int>& ciclo, const QSet<int>&
     p.arreglo = Arreglo::ReubicarPerspectiva;
     p.tipoEntidad = VendimarBI::cPerspectiva;
     p.clave = ciclo.first();
+    p.padresPosibles = padresPosibles(p.clave, visibles);
     m_problemas.append(p);
 }
 
@@ -122,15 +140,23 @@ void RevisionBiblioteca::reportarCiclo(const QList<int>& ciclo, const QSet<int>&
 // and indicators they hold.
 QList<FilaProblema> RevisionBiblioteca::loQueOcultan(const QList<int>& raices, const QSet<int>& ocultas) const
 {
+    QMultiMap<int, int> hijas;
+    for (int clave : ordenadas(ocultas)) {
+        const QVariant padre = m_perspectivas.value(clave)->value(ColumnaPadre);
+        if (!padre.isNull())
+            hijas.insert(padre.toInt(), clave);
+    }
     QList<int> pendientes = raices;
     QSet<int> alcanzadas(raices.cbegin(), raices.cend());
     QList<FilaProblema> filas;
     while (!pendientes.isEmpty()) {
         const int clave = pendientes.takeFirst();
         filas.append(filaPerspectiva(clave));
-        for (int hija : ordenadas(ocultas)) {
-            if (!alcanzadas.contains(hija) && entero(*m_perspectivas.value(hija), ColumnaPadre) == clave
-                && !m_perspectivas.value(hija)->value(ColumnaPadre).isNull()) {
+        // values() of a multi-map lists the latest insert first: sort back.
+        QList<int> debajo = hijas.values(clave);
+        std::sort(debajo.begin(), debajo.end());
+        for (int hija : debajo) {
+            if (!alcanzadas.contains(hija)) {
                 alcanzadas.insert(hija);
                 pendientes.append(hija);
             }

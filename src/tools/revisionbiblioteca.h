@@ -20,8 +20,9 @@ public:
 private:
     void revisarPerspectivas();
     void reportarOculta(int clave, const QSet<int>& ocultas, const QSet<int>& visibles);
-    void reportarCiclo(const QList<int>& ciclo, const QSet<int>& ocultas);
+    void reportarCiclo(const QList<int>& ciclo, const QSet<int>& ocultas, const QSet<int>& visibles);
     QList<FilaProblema> loQueOcultan(const QList<int>& raices, const QSet<int>& ocultas) const;
+    QList<QPair<int, QString>> padresPosibles(int clave, const QSet<int>& visibles) const;
     void revisarHojas(const QSet<int>& ocultas);
     void revisarConfiguraciones();
     void revisarConfiguracionDe(const FotoBiblioteca::Fila& indicador);
