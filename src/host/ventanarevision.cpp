@@ -80,8 +80,10 @@ void VentanaRevision::mostrar()
 {
     while (QLayoutItem* item = m_bloques->takeAt(0)) {
         // Later: a fix button may be the one whose click brought us here.
-        if (QWidget* w = item->widget())
+        if (QWidget* w = item->widget()) {
+            w->hide();
             w->deleteLater();
+        }
         delete item;
     }
     QString resumen = m_problemas.isEmpty() ? QStringLiteral("La biblioteca está sana: no se encontró ningún problema.")
