@@ -283,6 +283,22 @@ private slots:
         rechazado(QJsonDocument(paquete).toJson(), QStringLiteral("Nothing was written"));
     }
 
+    void closedConnectionIsRefused()
+    {
+        const QByteArray paquete = paqueteDeMuestra();
+        auto otra = db.openAnother();
+        EngineFixture cerrada;
+        cerrada.preparar(*otra);
+        otra->Close();
+        try {
+            ImportadorPaquete(cerrada.engine.get()).importar(paquete, false);
+            QFAIL("imported on a closed connection");
+        } catch (const ImportadorPaquete::Rechazo& r) {
+            QCOMPARE(r.motivo, QStringLiteral("The engine has no open connection."));
+        }
+        QCOMPARE(cuentas(db.connection()), QList<int>(Tablas.size(), 0));
+    }
+
     void refusedRightImportsNothing()
     {
         fixture.um->refused.insert(QStringLiteral("KZ4-TBL-06-001"));

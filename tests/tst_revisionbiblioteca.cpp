@@ -189,6 +189,23 @@ private slots:
         arreglarYComprobarSana(p);
     }
 
+    void hostileNamesAreReportedAsTheyAre()
+    {
+        const QString nombre = QStringLiteral("O'Brien\"; DROP TABLE ut_bi_Metrica; -- 売上 по зоне");
+        QString enSql = nombre;
+        enSql.replace(QLatin1Char('\''), QStringLiteral("''"));
+        const int arriba = perspectiva(enSql, QStringLiteral("0"));
+        const int rara = perspectiva(QStringLiteral("   "), QString::number(arriba));
+        db.exec(QStringLiteral("UPDATE ut_bi_Perspectiva SET uf_padre=%1 WHERE Sys_PK=%2").arg(rara).arg(arriba));
+        const Problema p = unico(QStringLiteral("perspectiva-ciclo"));
+        QCOMPARE(p.filas.size(), 2);
+        QCOMPARE(p.filas.at(0).nombre, nombre);
+        QVERIFY(p.descripcion.contains(nombre));
+        QVERIFY(InformeRevision::texto({p}).contains(nombre));
+        QCOMPARE(db.scalar(QStringLiteral("SELECT COUNT(*) FROM ut_bi_Metrica")).toInt(), 1);
+        arreglarYComprobarSana(p);
+    }
+
     void metricAndIndicatorOfADeletedPerspectiveAreReported()
     {
         const int borrada = perspectiva(QStringLiteral("Borrada"), QStringLiteral("0"));

@@ -119,6 +119,14 @@ private slots:
         QCOMPARE(fixture.um->asked, QStringList{QStringLiteral("KZ4-TBL-06-002")});
     }
 
+    void closedConnectionIsSaidNotHidden()
+    {
+        EEngine sinConexion;
+        VentanaRevision ventana(&sinConexion);
+        QVERIFY(resumen(&ventana).startsWith(QStringLiteral("No se pudo leer la biblioteca: ")));
+        QVERIFY(ventana.problemas().isEmpty());
+    }
+
     void healthyLibrarySaysSo()
     {
         VentanaRevision ventana(fixture.engine.get());
