@@ -114,6 +114,7 @@ void ImportadorPaquete::importarTodo(const QJsonObject& paquete)
         QSet<int> enCamino;
         perspectiva(it.key(), enCamino);
     }
+    leerGuids();
     for (const QJsonValue& valor : paquete.value(QStringLiteral("metricas")).toArray())
         metrica(valor.toObject());
     for (const QJsonValue& valor : paquete.value(QStringLiteral("indicadores")).toArray())
@@ -169,16 +170,17 @@ void ImportadorPaquete::metrica(const QJsonObject& entrada)
         ? buscar(QStringLiteral("SELECT Sys_PK FROM ut_bi_Metrica WHERE COALESCE(uf_Nombre, '')=? AND "
                                 "uf_FK_Perspectiva=? ORDER BY Sys_PK"),
                  {texto(entrada, "Nombre"), perspectiva})
-        : buscar(QStringLiteral("SELECT Sys_PK FROM ut_bi_Metrica WHERE UPPER(Sys_GUID)=? ORDER BY Sys_PK"),
-                 {guid.toUpper()});
+        : m_guids.value(guid.toUpper());
     if (nueva != 0) {
         ++m_resumen.reutilizados[nombreDe(VendimarBI::cMetrica)];
     } else {
         const auto entidad = preparar(VendimarBI::cMetrica, entrada.value(Propiedades).toObject(), donde);
         entidad->setProperty("FK_Perspectiva", perspectiva);
         nueva = guardar(VendimarBI::cMetrica, entidad.get(), donde);
-        if (!guid.isEmpty())
+        if (!guid.isEmpty()) {
             conservarGuid(nueva, guid, donde);
+            m_guids.insert(guid.toUpper(), nueva);
+        }
     }
     m_metricas.insert(entrada.value(QStringLiteral("clave")).toInt(), nueva);
 }
@@ -275,6 +277,20 @@ int ImportadorPaquete::guardar(int tipo, QObject* entidad, const QString& donde)
         throw Rechazo{QStringLiteral("The database refused %1 (a text too long for its column?).").arg(donde)};
     ++m_resumen.creados[nombreDe(tipo)];
     return entidad->property("Sys_PK").toInt();
+}
+
+// Every metric's GUID, read once: the column has no index, and a bundle
+// brings many metrics.
+void ImportadorPaquete::leerGuids()
+{
+    QSqlQuery query = m_conexion->newQuery();
+    if (!query.exec(QStringLiteral("SELECT Sys_PK, Sys_GUID FROM ut_bi_Metrica ORDER BY Sys_PK DESC")))
+        throw Rechazo{QStringLiteral("The library's metrics could not be read.")};
+    // Read from the newest down, so that of two metrics with one GUID the
+    // oldest is the one kept.
+    while (query.next())
+        if (!query.value(1).isNull())
+            m_guids.insert(query.value(1).toString().toUpper(), query.value(0).toInt());
 }
 
 void ImportadorPaquete::conservarGuid(int metrica, const QString& guid, const QString& donde)

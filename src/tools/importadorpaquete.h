@@ -55,6 +55,7 @@ private:
     std::unique_ptr<QObject> prepararIndicador(const QJsonObject& entrada, const QString& donde) const;
     // Saves a prepared entity through the engine and answers its new key.
     int guardar(int tipo, QObject* entidad, const QString& donde);
+    void leerGuids();
     void conservarGuid(int metrica, const QString& guid, const QString& donde);
     // The first key the query finds, 0 when none.
     int buscar(const QString& sql, const QVariantList& valores);
@@ -67,6 +68,7 @@ private:
     QHash<int, QJsonObject> m_perspectivasPaquete;
     QHash<int, int> m_perspectivas;
     QHash<int, int> m_metricas;
+    QHash<QString, int> m_guids;
     QHash<int, int> m_indicadores;
     QSet<int> m_derechosPedidos;
     Resumen m_resumen;

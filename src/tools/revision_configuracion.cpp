@@ -10,25 +10,18 @@ namespace {
 
 const QString ColumnaIndicador = QStringLiteral("uf_fk_indicador");
 
-struct TablaConfiguracion {
-    int tipo;
-    QString tabla;
-    const QList<FotoBiblioteca::Fila>* filas;
-};
-
-QList<TablaConfiguracion> tablas(const FotoBiblioteca& foto)
+// Each kind's table with its rows by indicator, so that finding an
+// indicator's rows is a lookup and not a walk through the whole table.
+QList<RevisionBiblioteca::TablaConfiguracion> tablas(const FotoBiblioteca& foto)
 {
-    return {{VendimarBI::cBarraProgreso, QStringLiteral("ut_bi_BarraProg"), &foto.barras},
-            {VendimarBI::cMatrizGrafico, QStringLiteral("ut_bi_MatrizGraf"), &foto.matrices},
-            {VendimarBI::cSemaforo, QStringLiteral("ut_bi_Semaforo"), &foto.semaforos}};
-}
-
-QList<FotoBiblioteca::Fila> filasDe(const QList<FotoBiblioteca::Fila>& filas, int indicador)
-{
-    QList<FotoBiblioteca::Fila> resultado;
-    for (const FotoBiblioteca::Fila& fila : filas)
-        if (entero(fila, ColumnaIndicador) == indicador)
-            resultado.append(fila);
+    QList<RevisionBiblioteca::TablaConfiguracion> resultado{
+        {VendimarBI::cBarraProgreso, QStringLiteral("ut_bi_BarraProg"), {}},
+        {VendimarBI::cMatrizGrafico, QStringLiteral("ut_bi_MatrizGraf"), {}},
+        {VendimarBI::cSemaforo, QStringLiteral("ut_bi_Semaforo"), {}}};
+    const QList<FotoBiblioteca::Fila>* filas[] = {&foto.barras, &foto.matrices, &foto.semaforos};
+    for (qsizetype i = 0; i < resultado.size(); ++i)
+        for (const FotoBiblioteca::Fila& fila : *filas[i])
+            resultado[i].porIndicador[entero(fila, ColumnaIndicador)].append(fila);
     return resultado;
 }
 
@@ -57,6 +50,7 @@ Problema deIndicador(const char* tipo, const QString& descripcion, const QString
 
 void RevisionBiblioteca::revisarConfiguraciones()
 {
+    m_configuraciones = tablas(m_foto);
     for (const FotoBiblioteca::Fila& indicador : m_foto.indicadores)
         revisarConfiguracionDe(indicador);
     revisarConfiguracionesHuerfanas();
@@ -70,8 +64,8 @@ void RevisionBiblioteca::revisarConfiguracionDe(const FotoBiblioteca::Fila& indi
     const FilaProblema filaIndicador{QStringLiteral("ut_bi_Indicador"), clave, nombre,
                                      ruta(entero(indicador, QStringLiteral("uf_fk_perspectiva")))};
     QList<FilaProblema> ajenas;
-    for (const TablaConfiguracion& t : tablas(m_foto)) {
-        const QList<FotoBiblioteca::Fila> filas = filasDe(*t.filas, clave);
+    for (const TablaConfiguracion& t : m_configuraciones) {
+        const QList<FotoBiblioteca::Fila> filas = t.porIndicador.value(clave);
         if (t.tipo != tipo) {
             for (qsizetype i = 0; i < filas.size(); ++i)
                 ajenas.append({t.tabla, clave, nombre, QStringLiteral("fila de otro tipo")});
@@ -148,11 +142,11 @@ void RevisionBiblioteca::revisarMetricasDe(const FotoBiblioteca::Fila& indicador
 void RevisionBiblioteca::revisarConfiguracionesHuerfanas()
 {
     QMap<int, QList<FilaProblema>> porIndicador;
-    for (const TablaConfiguracion& t : tablas(m_foto))
-        for (const FotoBiblioteca::Fila& fila : *t.filas)
-            if (!m_indicadores.contains(entero(fila, ColumnaIndicador)))
-                porIndicador[entero(fila, ColumnaIndicador)].append({t.tabla, entero(fila, ColumnaIndicador), QString(),
-                                                                      QStringLiteral("uf_FK_Indicador")});
+    for (const TablaConfiguracion& t : m_configuraciones)
+        for (auto it = t.porIndicador.cbegin(); it != t.porIndicador.cend(); ++it)
+            if (!m_indicadores.contains(it.key()))
+                for (qsizetype i = 0; i < it.value().size(); ++i)
+                    porIndicador[it.key()].append({t.tabla, it.key(), QString(), QStringLiteral("uf_FK_Indicador")});
     for (auto it = porIndicador.cbegin(); it != porIndicador.cend(); ++it)
         m_problemas.append(deIndicador("configuracion-sin-indicador",
                                        QStringLiteral("Hay filas de configuración del indicador %1, que no existe.").arg(it.key()),

@@ -17,6 +17,13 @@ public:
 
     const QList<Problema>& problemas() const { return m_problemas; }
 
+    // An indicator kind's configuration table and its rows by indicator key.
+    struct TablaConfiguracion {
+        int tipo;
+        QString tabla;
+        QHash<int, QList<FotoBiblioteca::Fila>> porIndicador;
+    };
+
 private:
     void revisarPerspectivas();
     void reportarOculta(int clave, const QSet<int>& ocultas, const QSet<int>& visibles);
@@ -37,5 +44,6 @@ private:
     QHash<int, const FotoBiblioteca::Fila*> m_perspectivas;
     QHash<int, const FotoBiblioteca::Fila*> m_metricas;
     QHash<int, const FotoBiblioteca::Fila*> m_indicadores;
+    QList<TablaConfiguracion> m_configuraciones;
     QList<Problema> m_problemas;
 };
