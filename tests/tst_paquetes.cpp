@@ -254,6 +254,14 @@ private slots:
         QJsonObject futuro = paquete;
         futuro.insert(QStringLiteral("version"), 2);
         rechazado(QJsonDocument(futuro).toJson(), QStringLiteral("version"));
+        QJsonObject repetida = paquete;
+        QJsonArray perspectivas = repetida.value(QStringLiteral("perspectivas")).toArray();
+        perspectivas.append(perspectivas.first());
+        repetida.insert(QStringLiteral("perspectivas"), perspectivas);
+        rechazado(QJsonDocument(repetida).toJson(), QStringLiteral("repeats the key"));
+        QJsonObject versionTexto = paquete;
+        versionTexto.insert(QStringLiteral("version"), QStringLiteral("1"));
+        rechazado(QJsonDocument(versionTexto).toJson(), QStringLiteral("version"));
         QJsonObject sinLista = paquete;
         sinLista.remove(QStringLiteral("metricas"));
         rechazado(QJsonDocument(sinLista).toJson(), QStringLiteral("\"metricas\""));

@@ -43,6 +43,7 @@ public:
 
 private:
     QJsonObject leerPaquete(const QByteArray& datos);
+    void comprobarLista(const QJsonObject& paquete, const char* nombre, int tipo) const;
     void importarTodo(const QJsonObject& paquete);
     int perspectiva(int clave, QSet<int>& enCamino);
     void metrica(const QJsonObject& entrada);

@@ -63,41 +63,42 @@ QJsonObject ImportadorPaquete::leerPaquete(const QByteArray& datos)
                           .arg(version.toVariant().toString())
                           .arg(ExportadorPaquete::Version)};
 
-    const struct {
-        const char* nombre;
-        int tipo;
-    } listas[] = {{"perspectivas", VendimarBI::cPerspectiva},
-                  {"metricas", VendimarBI::cMetrica},
-                  {"indicadores", VendimarBI::cIndicador},
-                  {"tableros", VendimarBI::cTablero}};
-    for (const auto& l : listas) {
-        const QString nombre = QLatin1String(l.nombre);
-        QSet<int> vistas;
-        const QJsonArray entradas = lista(paquete, nombre, QStringLiteral("the bundle"));
-        for (qsizetype i = 0; i < entradas.size(); ++i) {
-            const QString donde = QStringLiteral("%1[%2]").arg(nombre).arg(i);
-            const QJsonObject e = entrada(entradas.at(i), donde);
-            const int clave = e.value(QStringLiteral("clave")).toInt();
-            if (vistas.contains(clave))
-                throw Rechazo{QStringLiteral("The bundle is damaged: %1 repeats the key %2.").arg(donde).arg(clave)};
-            vistas.insert(clave);
-            if (l.tipo == VendimarBI::cIndicador)
-                prepararIndicador(e, donde);
-            else
-                preparar(l.tipo, e.value(QStringLiteral("propiedades")).toObject(), donde);
-            if (l.tipo == VendimarBI::cMetrica)
-                comprobarGuid(e, donde);
-            if (l.tipo != VendimarBI::cTablero)
-                continue;
-            for (const char* hijos : {"colocaciones", "figuras"}) {
-                const QJsonArray items = lista(e, QLatin1String(hijos), donde);
-                for (qsizetype j = 0; j < items.size(); ++j) {
-                    const QString dondeItem = QStringLiteral("%1.%2[%3]").arg(donde, QLatin1String(hijos)).arg(j);
-                    preparar(qstrcmp(hijos, "figuras") == 0 ? VendimarBI::cFigura : VendimarBI::ctabindicador,
-                             entrada(items.at(j), dondeItem).value(QStringLiteral("propiedades")).toObject(), dondeItem);
-                }
+    comprobarLista(paquete, "perspectivas", VendimarBI::cPerspectiva);
+    comprobarLista(paquete, "metricas", VendimarBI::cMetrica);
+    comprobarLista(paquete, "indicadores", VendimarBI::cIndicador);
+    comprobarLista(paquete, "tableros", VendimarBI::cTablero);
+    return paquete;
+}
+
+// Every entry of one list becomes an entity without being saved: a value
+// its property cannot hold, a repeated key or a missing part refuses the
+// bundle here, before the transaction starts.
+void ImportadorPaquete::comprobarLista(const QJsonObject& paquete, const char* nombre, int tipo) const
+{
+    QSet<int> vistas;
+    const QJsonArray entradas = lista(paquete, QLatin1String(nombre), QStringLiteral("the bundle"));
+    for (qsizetype i = 0; i < entradas.size(); ++i) {
+        const QString donde = QStringLiteral("%1[%2]").arg(QLatin1String(nombre)).arg(i);
+        const QJsonObject e = entrada(entradas.at(i), donde);
+        const int clave = e.value(QStringLiteral("clave")).toInt();
+        if (vistas.contains(clave))
+            throw Rechazo{QStringLiteral("The bundle is damaged: %1 repeats the key %2.").arg(donde).arg(clave)};
+        vistas.insert(clave);
+        if (tipo == VendimarBI::cIndicador)
+            prepararIndicador(e, donde);
+        else
+            preparar(tipo, e.value(QStringLiteral("propiedades")).toObject(), donde);
+        if (tipo == VendimarBI::cMetrica)
+            comprobarGuid(e, donde);
+        if (tipo != VendimarBI::cTablero)
+            continue;
+        for (const char* hijos : {"colocaciones", "figuras"}) {
+            const QJsonArray items = lista(e, QLatin1String(hijos), donde);
+            for (qsizetype j = 0; j < items.size(); ++j) {
+                const QString dondeItem = QStringLiteral("%1.%2[%3]").arg(donde, QLatin1String(hijos)).arg(j);
+                preparar(qstrcmp(hijos, "figuras") == 0 ? VendimarBI::cFigura : VendimarBI::ctabindicador,
+                         entrada(items.at(j), dondeItem).value(QStringLiteral("propiedades")).toObject(), dondeItem);
             }
         }
     }
-    return paquete;
 }
