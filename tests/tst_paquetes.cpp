@@ -13,6 +13,7 @@
 #include <QJsonArray>
 #include <QJsonDocument>
 #include <QJsonObject>
+#include <QLocale>
 #include <QFile>
 #include <QFileInfo>
 #include <functional>
@@ -305,6 +306,26 @@ private slots:
             QCOMPARE(r.motivo, QStringLiteral("The engine has no open connection."));
         }
         QCOMPARE(cuentas(db.connection()), QList<int>(Tablas.size(), 0));
+    }
+
+    // Under a decimal-comma locale the component writes a fractional bound
+    // with a comma and the database refuses the configuration row: the
+    // import stops and takes back what it had made.
+    void configurationRefusedByTheDatabaseLeavesNothing()
+    {
+        QJsonObject paquete = QJsonDocument::fromJson(paqueteDeMuestra()).object();
+        QJsonArray indicadores = paquete.value(QStringLiteral("indicadores")).toArray();
+        QJsonObject barra = indicadores.at(0).toObject();
+        QJsonObject configuracion = barra.value(QStringLiteral("configuracion")).toObject();
+        QVERIFY(configuracion.contains(QStringLiteral("Dia_Max")));
+        configuracion.insert(QStringLiteral("Dia_Max"), 2.5);
+        barra.insert(QStringLiteral("configuracion"), configuracion);
+        indicadores.replace(0, barra);
+        paquete.insert(QStringLiteral("indicadores"), indicadores);
+        const QLocale antes;
+        QLocale::setDefault(QLocale(QLocale::German, QLocale::Germany));
+        rechazado(QJsonDocument(paquete).toJson(), QStringLiteral("could not be stored"));
+        QLocale::setDefault(antes);
     }
 
     void refusedRightImportsNothing()

@@ -212,8 +212,14 @@ void ImportadorPaquete::indicador(const QJsonObject& entrada)
         }
         nueva = guardar(VendimarBI::cIndicador, entidad.get(), donde);
         const QString tabla = tablaConfiguracion(tipo);
-        if (!tabla.isEmpty()
-            && buscar(QStringLiteral("SELECT COUNT(*) FROM %1 WHERE uf_FK_Indicador=?").arg(tabla), {nueva}) != 1)
+        bool guardada = tabla.isEmpty();
+        try {
+            guardada = guardada
+                || buscar(QStringLiteral("SELECT COUNT(*) FROM %1 WHERE uf_FK_Indicador=?").arg(tabla), {nueva}) == 1;
+        } catch (const Rechazo&) {
+            // PostgreSQL: the refused insert has failed the whole transaction.
+        }
+        if (!guardada)
             throw Rechazo{QStringLiteral("The configuration of %1 could not be stored.").arg(donde)};
     }
     m_indicadores.insert(entrada.value(QStringLiteral("clave")).toInt(), nueva);
