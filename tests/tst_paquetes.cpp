@@ -430,6 +430,17 @@ private slots:
         QCOMPARE(vbi.exitCode(), 1);
         QVERIFY(QString::fromUtf8(vbi.readAllStandardError()).contains(QStringLiteral("not a VendimarBI bundle")));
 
+        vbi.start(QStringLiteral(VBI_PROGRAM), {QStringLiteral("export"), db.url(), QStringLiteral("--perspective"),
+                                                db.scalar(QStringLiteral("SELECT MIN(Sys_PK) FROM ut_bi_Perspectiva")).toString()});
+        QVERIFY(vbi.waitForFinished(60000));
+        QCOMPARE(vbi.exitCode(), 0);
+        const QJsonObject enSalida = QJsonDocument::fromJson(vbi.readAllStandardOutput()).object();
+        QCOMPARE(enSalida.value(QStringLiteral("formato")).toString(), QStringLiteral("vendimarbi-paquete"));
+
+        vbi.start(QStringLiteral(VBI_PROGRAM), {QStringLiteral("export"), db.url(), QStringLiteral("--all"), QStringLiteral("--dashboard"), QStringLiteral("1")});
+        QVERIFY(vbi.waitForFinished(60000));
+        QCOMPARE(vbi.exitCode(), 2);
+
         vbi.start(QStringLiteral(VBI_PROGRAM), {QStringLiteral("export"), db.url(), QStringLiteral("--dashboard"), QStringLiteral("99999")});
         QVERIFY(vbi.waitForFinished(60000));
         QCOMPARE(vbi.exitCode(), 1);

@@ -127,6 +127,16 @@ private slots:
         QVERIFY(ventana.problemas().isEmpty());
     }
 
+    void readsTheLibraryAgainOnRequest()
+    {
+        VentanaRevision ventana(fixture.engine.get());
+        QVERIFY(ventana.problemas().isEmpty());
+        db.exec(QStringLiteral("DELETE FROM ut_bi_Tablero"));
+        pulsar(&ventana, QStringLiteral("cmdRevisar"));
+        QCOMPARE(ventana.problemas().size(), 5); // three placements, two texts
+        QCOMPARE(resumen(&ventana), QStringLiteral("Se encontraron 5 problemas."));
+    }
+
     void healthyLibrarySaysSo()
     {
         VentanaRevision ventana(fixture.engine.get());
