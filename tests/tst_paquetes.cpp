@@ -227,6 +227,20 @@ private slots:
         QCOMPARE(segundo.reutilizados.value(QStringLiteral("perspectives")), 5);
     }
 
+    void twinsInTheBundleStayTwo()
+    {
+        OtraBase origen(QStringLiteral("origen.db"));
+        for (int i = 0; i < 2; ++i) {
+            std::unique_ptr<QObject> gemela(origen.fixture.engine->CrearEntidad(VendimarBI::cPerspectiva));
+            gemela->setProperty("Nombre", QStringLiteral("Gemela"));
+            QVERIFY(origen.fixture.engine->GuardarEntidad(gemela.get()));
+        }
+        const QByteArray paquete = exportarTodo(origen.fixture, origen.conexion);
+        QCOMPARE(importar(paquete).creados.value(QStringLiteral("perspectives")), 2);
+        QCOMPARE(db.scalar(QStringLiteral("SELECT COUNT(*) FROM ut_bi_Perspectiva WHERE uf_Nombre='Gemela'")).toInt(), 2);
+        QCOMPARE(importar(paquete).creados.value(QStringLiteral("perspectives")), 0);
+    }
+
     void metricsKeepTheirGuidAndAreMatchedByIt()
     {
         const QByteArray paquete = paqueteDeMuestra();

@@ -7,11 +7,15 @@
 #include "vb/automationerror.h"
 
 #include <QMetaProperty>
+#include <QSqlError>
 #include <QSqlQuery>
+#include <QSqlRecord>
 
 namespace {
 
 const QString Propiedades = QStringLiteral("propiedades");
+// Between the parts of an identity: a control character, not one a name is typed with.
+const QChar Separador(0x1E);
 
 // Each kind's name in the summary and the right the editor that creates
 // one asks, by kind (1 to 6).
@@ -108,13 +112,13 @@ ImportadorPaquete::Resumen ImportadorPaquete::importar(const QByteArray& datos, 
 
 void ImportadorPaquete::importarTodo(const QJsonObject& paquete)
 {
+    leerExistentes();
     for (const QJsonValue& valor : paquete.value(QStringLiteral("perspectivas")).toArray())
         m_perspectivasPaquete.insert(valor.toObject().value(QStringLiteral("clave")).toInt(), valor.toObject());
     for (auto it = m_perspectivasPaquete.cbegin(); it != m_perspectivasPaquete.cend(); ++it) {
         QSet<int> enCamino;
         perspectiva(it.key(), enCamino);
     }
-    leerGuids();
     for (const QJsonValue& valor : paquete.value(QStringLiteral("metricas")).toArray())
         metrica(valor.toObject());
     for (const QJsonValue& valor : paquete.value(QStringLiteral("indicadores")).toArray())
@@ -143,9 +147,7 @@ int ImportadorPaquete::perspectiva(int clave, QSet<int>& enCamino)
         m_resumen.avisos.append(QStringLiteral("%1: its parent %2 is not in the bundle: placed at the top level")
                                     .arg(donde)
                                     .arg(padrePaquete));
-    int nueva = buscar(QStringLiteral("SELECT Sys_PK FROM ut_bi_Perspectiva WHERE COALESCE(uf_Nombre, '')=? AND "
-                                      "uf_padre=? ORDER BY Sys_PK"),
-                       {texto(entrada, "Nombre"), padre});
+    int nueva = existente({QStringLiteral("P"), texto(entrada, "Nombre"), QString::number(padre)});
     if (nueva != 0) {
         ++m_resumen.reutilizados[nombreDe(VendimarBI::cPerspectiva)];
     } else {
@@ -166,11 +168,8 @@ void ImportadorPaquete::metrica(const QJsonObject& entrada)
     const QString donde = QStringLiteral("metric «%1»").arg(texto(entrada, "Nombre"));
     const int perspectiva =
         remapear(m_perspectivas, propiedad(entrada, "FK_Perspectiva"), QStringLiteral("perspective"), donde);
-    int nueva = guid.isEmpty()
-        ? buscar(QStringLiteral("SELECT Sys_PK FROM ut_bi_Metrica WHERE COALESCE(uf_Nombre, '')=? AND "
-                                "uf_FK_Perspectiva=? ORDER BY Sys_PK"),
-                 {texto(entrada, "Nombre"), perspectiva})
-        : m_guids.value(guid.toUpper());
+    int nueva = guid.isEmpty() ? existente({QStringLiteral("M"), texto(entrada, "Nombre"), QString::number(perspectiva)})
+                               : existente({QStringLiteral("G"), guid.toUpper()});
     if (nueva != 0) {
         ++m_resumen.reutilizados[nombreDe(VendimarBI::cMetrica)];
     } else {
@@ -179,7 +178,7 @@ void ImportadorPaquete::metrica(const QJsonObject& entrada)
         nueva = guardar(VendimarBI::cMetrica, entidad.get(), donde);
         if (!guid.isEmpty()) {
             conservarGuid(nueva, guid, donde);
-            m_guids.insert(guid.toUpper(), nueva);
+            m_existentes.insert(QStringList{QStringLiteral("G"), guid.toUpper()}.join(Separador), nueva);
         }
     }
     m_metricas.insert(entrada.value(QStringLiteral("clave")).toInt(), nueva);
@@ -194,9 +193,8 @@ void ImportadorPaquete::indicador(const QJsonObject& entrada)
     const int tipo = propiedad(entrada, "Tipo");
     const int perspectiva =
         remapear(m_perspectivas, propiedad(entrada, "FK_Perspectiva"), QStringLiteral("perspective"), donde);
-    int nueva = buscar(QStringLiteral("SELECT Sys_PK FROM ut_bi_Indicador WHERE COALESCE(uf_Nombre, '')=? AND "
-                                      "uf_Tipo=? AND uf_FK_Perspectiva=? ORDER BY Sys_PK"),
-                       {texto(entrada, "Nombre"), tipo, perspectiva});
+    int nueva = existente(
+        {QStringLiteral("I"), texto(entrada, "Nombre"), QString::number(tipo), QString::number(perspectiva)});
     if (nueva != 0) {
         ++m_resumen.reutilizados[nombreDe(VendimarBI::cIndicador)];
     } else {
@@ -231,10 +229,7 @@ void ImportadorPaquete::indicador(const QJsonObject& entrada)
 void ImportadorPaquete::tablero(const QJsonObject& entrada)
 {
     const QString donde = QStringLiteral("dashboard «%1»").arg(texto(entrada, "Nombre"));
-    if (buscar(QStringLiteral("SELECT Sys_PK FROM ut_bi_Tablero WHERE COALESCE(uf_Nombre, '')=? AND uf_FK_Usuario=? "
-                              "ORDER BY Sys_PK"),
-               {texto(entrada, "Nombre"), propiedad(entrada, "FK_Usuario")})
-        != 0) {
+    if (existente({QStringLiteral("T"), texto(entrada, "Nombre"), QString::number(propiedad(entrada, "FK_Usuario"))}) != 0) {
         ++m_resumen.reutilizados[nombreDe(VendimarBI::cTablero)];
         return;
     }
@@ -285,18 +280,38 @@ int ImportadorPaquete::guardar(int tipo, QObject* entidad, const QString& donde)
     return entidad->property("Sys_PK").toInt();
 }
 
-// Every metric's GUID, read once: the column has no index, and a bundle
-// brings many metrics.
-void ImportadorPaquete::leerGuids()
+// What the library holds already, by the identity an import matches on,
+// read once before anything is made: a bundle's own rows are never taken for
+// one another (two perspectives of one name under one parent stay two), and
+// no query is run per row. Rows are read newest first, so that of two with
+// one identity the oldest is the one found.
+void ImportadorPaquete::leerExistentes()
 {
-    QSqlQuery query = m_conexion->newQuery();
-    if (!query.exec(QStringLiteral("SELECT Sys_PK, Sys_GUID FROM ut_bi_Metrica ORDER BY Sys_PK DESC")))
-        throw Rechazo{QStringLiteral("The library's metrics could not be read.")};
-    // Read from the newest down, so that of two metrics with one GUID the
-    // oldest is the one kept.
-    while (query.next())
-        if (!query.value(1).isNull())
-            m_guids.insert(query.value(1).toString().toUpper(), query.value(0).toInt());
+    const struct {
+        const char* prefijo;
+        const char* sql;
+    } consultas[] = {
+        {"P", "SELECT Sys_PK, COALESCE(uf_Nombre, ''), uf_padre FROM ut_bi_Perspectiva ORDER BY Sys_PK DESC"},
+        {"M", "SELECT Sys_PK, COALESCE(uf_Nombre, ''), uf_FK_Perspectiva FROM ut_bi_Metrica ORDER BY Sys_PK DESC"},
+        {"G", "SELECT Sys_PK, UPPER(Sys_GUID) FROM ut_bi_Metrica WHERE Sys_GUID IS NOT NULL ORDER BY Sys_PK DESC"},
+        {"I", "SELECT Sys_PK, COALESCE(uf_Nombre, ''), uf_Tipo, uf_FK_Perspectiva FROM ut_bi_Indicador ORDER BY Sys_PK DESC"},
+        {"T", "SELECT Sys_PK, COALESCE(uf_Nombre, ''), uf_FK_Usuario FROM ut_bi_Tablero ORDER BY Sys_PK DESC"}};
+    for (const auto& consulta : consultas) {
+        QSqlQuery query = m_conexion->newQuery();
+        if (!query.exec(QLatin1String(consulta.sql)))
+            throw Rechazo{QStringLiteral("The library could not be read: %1").arg(query.lastError().text())};
+        while (query.next()) {
+            QStringList partes{QLatin1String(consulta.prefijo)};
+            for (int i = 1; i < query.record().count(); ++i)
+                partes.append(query.value(i).isNull() ? QStringLiteral("NULL") : query.value(i).toString());
+            m_existentes.insert(partes.join(Separador), query.value(0).toInt());
+        }
+    }
+}
+
+int ImportadorPaquete::existente(const QStringList& identidad) const
+{
+    return m_existentes.value(identidad.join(Separador));
 }
 
 void ImportadorPaquete::conservarGuid(int metrica, const QString& guid, const QString& donde)

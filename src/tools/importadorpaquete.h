@@ -56,7 +56,10 @@ private:
     std::unique_ptr<QObject> prepararIndicador(const QJsonObject& entrada, const QString& donde) const;
     // Saves a prepared entity through the engine and answers its new key.
     int guardar(int tipo, QObject* entidad, const QString& donde);
-    void leerGuids();
+    void leerExistentes();
+    // The key of what the library held before the import under that
+    // identity (a kind letter and the values matched), 0 when none.
+    int existente(const QStringList& identidad) const;
     void conservarGuid(int metrica, const QString& guid, const QString& donde);
     // The first key the query finds, 0 when none.
     int buscar(const QString& sql, const QVariantList& valores);
@@ -69,7 +72,7 @@ private:
     QHash<int, QJsonObject> m_perspectivasPaquete;
     QHash<int, int> m_perspectivas;
     QHash<int, int> m_metricas;
-    QHash<QString, int> m_guids;
+    QHash<QString, int> m_existentes;
     QHash<int, int> m_indicadores;
     QSet<int> m_derechosPedidos;
     Resumen m_resumen;
