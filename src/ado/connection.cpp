@@ -106,6 +106,35 @@ void Connection::Execute(const QString& sql)
         throw vb::AutomationError(ErrProvider, query.lastError().text());
 }
 
+void Connection::BeginTrans()
+{
+    if (!m_open)
+        throw vb::AutomationError(ErrObjectClosed,
+                                  QStringLiteral("Operation is not allowed when the object is closed."));
+    record(QStringLiteral("BEGIN"));
+    QSqlDatabase db = database();
+    if (!db.transaction())
+        throw vb::AutomationError(ErrProvider, db.lastError().text());
+}
+
+void Connection::CommitTrans()
+{
+    record(QStringLiteral("COMMIT"));
+    QSqlDatabase db = database();
+    // PostgreSQL answers a commit of a transaction that already failed with a
+    // rollback: the driver reports that as a failed commit.
+    if (!m_open || !db.commit())
+        throw vb::AutomationError(ErrProvider, db.lastError().text());
+}
+
+void Connection::RollbackTrans()
+{
+    record(QStringLiteral("ROLLBACK"));
+    QSqlDatabase db = database();
+    if (!m_open || !db.rollback())
+        throw vb::AutomationError(ErrProvider, db.lastError().text());
+}
+
 void Connection::record(const QString& sql)
 {
     if (m_logSql)

@@ -40,6 +40,13 @@ public:
     Q_INVOKABLE void clearLog() { m_log.clear(); }
     void record(const QString& sql);
 
+    // ADO's transaction calls: what runs between BeginTrans and CommitTrans is
+    // kept whole or, after RollbackTrans, not at all. Each raises when the
+    // database refuses it.
+    Q_INVOKABLE void BeginTrans();
+    Q_INVOKABLE void CommitTrans();
+    Q_INVOKABLE void RollbackTrans();
+
     Dialect dialect() const { return m_dialect; }
     QSqlDatabase database() const;
     // A query on this connection for a result read once, front to back.

@@ -1,5 +1,8 @@
 // vbi: the host program of VendimarBI.
 #include "ado/connection.h"
+#include "comandoexportar.h"
+#include "comandoimportar.h"
+#include "comandorevisar.h"
 #include "demo.h"
 #include "schemainstaller.h"
 #include "screenshots.h"
@@ -34,6 +37,12 @@ int usage()
              "                               the rights named after --deny are refused\n"
              "  vbi init-db [URL] [--demo]   create the nine ut_bi_ tables (and the sample library)\n"
              "  vbi default-url              print the URL of the default database\n"
+             "  vbi check [URL] [--json]     report what the library hides from its users and why;\n"
+             "                               exit status 0 when healthy, 1 when problems exist\n"
+             "  vbi export [URL] (--perspective K | --dashboard K | --all) [--out FILE]\n"
+             "                               write a portable bundle (JSON) of a part of the library\n"
+             "  vbi import [URL] FILE [--dry-run]\n"
+             "                               read a bundle into the library in one transaction\n"
              "  vbi screenshots DIR          render every dialog, filled with sample data, to PNG files\n"
              "  vbi script FILE.js [URL] [--time-limit SECONDS]\n"
              "                               run a JavaScript file against the automation objects\n"
@@ -115,12 +124,20 @@ int main(int argc, char* argv[])
 {
     const QString command = argc > 1 ? QString::fromLocal8Bit(argv[1]) : QString();
     // Commands that only touch the database need no display at all.
-    if (command == QLatin1String("init-db") || command == QLatin1String("default-url") || command.isEmpty()) {
+    if (command == QLatin1String("init-db") || command == QLatin1String("default-url") || command.isEmpty()
+        || command == QLatin1String("check") || command == QLatin1String("export")
+        || command == QLatin1String("import")) {
         QCoreApplication app(argc, argv);
         configurarAplicacion();
         const QStringList args = app.arguments().mid(2);
         if (command == QLatin1String("init-db"))
             return initDb(args);
+        if (command == QLatin1String("check"))
+            return ejecutarRevision(args, defaultUrl());
+        if (command == QLatin1String("export"))
+            return ejecutarExportacion(args, defaultUrl());
+        if (command == QLatin1String("import"))
+            return ejecutarImportacion(args, defaultUrl());
         if (command == QLatin1String("default-url")) {
             out() << defaultUrl() << "\n";
             return 0;

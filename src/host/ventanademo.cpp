@@ -103,6 +103,7 @@ void VentanaDemo::construirAcciones()
         {"&Biblioteca", "Biblioteca de &métricas", "actBibliotecaMetricas", [this] { m_engine->Biblioteca_Metricas(); }},
         {"&Biblioteca", "Biblioteca de &indicadores", "actBibliotecaIndicadores",
          [this] { m_engine->Biblioteca_Indicadores(); mostrarTablero(); }},
+        {"&Biblioteca", "&Revisar biblioteca…", "actRevisarBiblioteca", [this] { revisarBiblioteca(); }},
         {"&Tablero", "&Nuevo tablero…", "actNuevoTablero", [this] { nuevoTablero(); }},
         {"&Tablero", "&Renombrar tablero…", "actRenombrarTablero", [this] { renombrarTablero(); }},
         {"&Tablero", "&Eliminar tablero", "actEliminarTablero", [this] { eliminarTablero(); }},

@@ -32,6 +32,7 @@ public:
     void agregarTexto();
     void eliminarElemento();
     void editarElemento(ElementoTablero* elemento);
+    void revisarBiblioteca();
     void guardarElemento(ElementoTablero* elemento);
 
 private:

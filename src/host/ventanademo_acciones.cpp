@@ -6,6 +6,7 @@
 #include "model/vendimarbi.h"
 #include "vb/automationerror.h"
 #include "ventanademo.h"
+#include "ventanarevision.h"
 
 #include <QGraphicsScene>
 #include <memory>
@@ -129,4 +130,13 @@ void VentanaDemo::eliminarElemento()
     const int tipo = elemento->esFigura() ? cFigura : ctabindicador;
     if (m_engine->EliminarEntidad(tipo, elemento->entidad()->property("Sys_PK").toInt()))
         mostrarTablero();
+}
+
+// Fixes may remove placements and texts: the dashboard is drawn again after.
+void VentanaDemo::revisarBiblioteca()
+{
+    VentanaRevision revision(m_engine, this);
+    revision.exec();
+    cargarTableros();
+    mostrarTablero();
 }

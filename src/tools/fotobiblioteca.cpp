@@ -1,0 +1,67 @@
+#include "fotobiblioteca.h"
+
+#include "ado/adoerrors.h"
+#include "ado/connection.h"
+#include "vb/automationerror.h"
+
+#include <QSqlError>
+#include <QSqlQuery>
+#include <QSqlRecord>
+
+namespace {
+
+QList<FotoBiblioteca::Fila> filas(ado::Connection& conexion, const QString& sql)
+{
+    QSqlQuery query = conexion.newQuery();
+    if (!query.exec(sql))
+        throw vb::AutomationError(ado::ErrProvider, query.lastError().text());
+    QList<FotoBiblioteca::Fila> resultado;
+    while (query.next()) {
+        const QSqlRecord record = query.record();
+        FotoBiblioteca::Fila fila;
+        for (int i = 0; i < record.count(); ++i)
+            fila.insert(record.fieldName(i).toLower(), record.value(i));
+        resultado.append(fila);
+    }
+    return resultado;
+}
+
+} // namespace
+
+FotoBiblioteca FotoBiblioteca::leer(ado::Connection& conexion)
+{
+    const auto tabla = [&](const char* nombre, const char* orden) {
+        return filas(conexion, QStringLiteral("SELECT * FROM %1 ORDER BY %2")
+                                   .arg(QLatin1String(nombre), QLatin1String(orden)));
+    };
+    FotoBiblioteca foto;
+    foto.perspectivas = tabla("ut_bi_Perspectiva", "Sys_PK");
+    foto.metricas = tabla("ut_bi_Metrica", "Sys_PK");
+    foto.indicadores = tabla("ut_bi_Indicador", "Sys_PK");
+    foto.barras = tabla("ut_bi_BarraProg", "uf_FK_Indicador");
+    foto.semaforos = tabla("ut_bi_Semaforo", "uf_FK_Indicador");
+    foto.matrices = tabla("ut_bi_MatrizGraf", "uf_FK_Indicador");
+    foto.tableros = tabla("ut_bi_Tablero", "Sys_PK");
+    foto.colocaciones = tabla("ut_bi_TabIndicador", "Sys_PK");
+    foto.figuras = tabla("ut_bi_Fig", "Sys_PK");
+    // The very query the tree runs, so that its order (collation, where NULL
+    // sorts) is the database's own and not a guess.
+    foto.ordenArbol = filas(
+        conexion, QStringLiteral("Select Sys_PK, uf_Nombre, uf_padre FROM ut_bi_Perspectiva Order By uf_padre, uf_Nombre"));
+    return foto;
+}
+
+QHash<int, const FotoBiblioteca::Fila*> FotoBiblioteca::porClave(const QList<Fila>& filas)
+{
+    QHash<int, const Fila*> resultado;
+    resultado.reserve(filas.size());
+    for (const Fila& fila : filas)
+        resultado.insert(entero(fila, QStringLiteral("sys_pk")), &fila);
+    return resultado;
+}
+
+int entero(const FotoBiblioteca::Fila& fila, const QString& columna)
+{
+    const QVariant valor = fila.value(columna);
+    return valor.isNull() ? 0 : valor.toInt();
+}
