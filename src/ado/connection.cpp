@@ -21,6 +21,20 @@ QString nextConnectionName()
 // A second writer on an SQLite file waits this long instead of failing at once.
 constexpr auto SqliteOptions = "QSQLITE_BUSY_TIMEOUT=10000";
 
+// PostgreSQL refuses to run a kept plan whose result changed shape ("cached
+// plan must not change result type") after another session altered its table.
+// Nothing ran, so preparing the statement afresh and running it again is safe.
+bool planOutdated(Dialect dialect, const QSqlError& error)
+{
+    return dialect == Dialect::PostgreSQL && error.nativeErrorCode() == QLatin1String("0A000");
+}
+
+void bind(QSqlQuery& query, const QVariantList& values)
+{
+    for (int i = 0; i < values.size(); ++i)
+        query.bindValue(i, values.at(i));
+}
+
 } // namespace
 
 Connection::Connection(QObject* parent)
@@ -75,8 +89,9 @@ void Connection::release()
 {
     if (!m_open)
         return;
-    m_prepared.clear();
-    m_columns.clear();
+    forgetPrepared();
+    m_schemaVersion = QSqlQuery();
+    m_knownSchema = -1;
     m_open = false;
     {
         QSqlDatabase db = QSqlDatabase::database(m_name, false);
@@ -112,7 +127,13 @@ void Connection::record(const QString& sql)
         m_log.append(sql);
 }
 
-QSqlQuery Connection::newQuery() const
+QSqlQuery Connection::newQuery()
+{
+    checkSchema();
+    return forwardQuery();
+}
+
+QSqlQuery Connection::forwardQuery() const
 {
     QSqlQuery query(database());
     // Results are read once, front to back: no row cache for stepping back.
@@ -120,12 +141,65 @@ QSqlQuery Connection::newQuery() const
     return query;
 }
 
+QSqlQuery& Connection::runPrepared(const QString& sql, const QVariantList& values)
+{
+    checkSchema();
+    QSqlQuery* query = &prepared(sql);
+    bind(*query, values);
+    if (query->exec())
+        return *query;
+    if (!planOutdated(m_dialect, query->lastError()))
+        throw vb::AutomationError(ErrProvider, query->lastError().text());
+    forgetPrepared();
+    query = &prepared(sql);
+    bind(*query, values);
+    if (!query->exec())
+        throw vb::AutomationError(ErrProvider, query->lastError().text());
+    return *query;
+}
+
+// Qt's SQLite driver sizes a statement's row when it runs, from the columns
+// the statement had before SQLite prepared it again for a changed table, and
+// then writes past that row. So no statement may run as prepared from an
+// outdated schema: neither a kept one nor a new one prepared from the
+// connection's outdated copy. The counter is one read of the database header,
+// far cheaper than preparing.
+void Connection::checkSchema()
+{
+    if (m_dialect != Dialect::SQLite)
+        return;
+    if (m_schemaVersion.lastQuery().isEmpty()) {
+        m_schemaVersion = forwardQuery();
+        if (!m_schemaVersion.prepare(QStringLiteral("PRAGMA schema_version")))
+            throw vb::AutomationError(ErrProvider, m_schemaVersion.lastError().text());
+    }
+    if (!m_schemaVersion.exec() || !m_schemaVersion.next())
+        throw vb::AutomationError(ErrProvider, m_schemaVersion.lastError().text());
+    const qlonglong version = m_schemaVersion.value(0).toLongLong();
+    m_schemaVersion.finish();
+    if (version == m_knownSchema)
+        return;
+    forgetPrepared();
+    // SQLite prepares from the connection's copy of the schema, which it only
+    // reads again when a statement runs into the change: a read of the schema
+    // table does, so that the statements prepared next see the new columns.
+    QSqlQuery reload(database());
+    reload.exec(QStringLiteral("SELECT COUNT(*) FROM sqlite_master"));
+    m_knownSchema = version;
+}
+
+void Connection::forgetPrepared()
+{
+    m_prepared.clear();
+    m_columns.clear();
+}
+
 QSqlQuery& Connection::prepared(const QString& sql)
 {
     auto it = m_prepared.find(sql);
     if (it != m_prepared.end())
         return *it;
-    QSqlQuery query = newQuery();
+    QSqlQuery query = forwardQuery();
     if (!query.prepare(sql))
         throw vb::AutomationError(ErrProvider, query.lastError().text());
     return *m_prepared.insert(sql, query);
@@ -134,6 +208,7 @@ QSqlQuery& Connection::prepared(const QString& sql)
 const QStringList& Connection::columns(const QString& table)
 {
     // Asked on every insert.
+    checkSchema();
     const QString key = vb::minusculas(table);
     auto it = m_columns.find(key);
     if (it != m_columns.end())

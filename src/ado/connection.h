@@ -7,6 +7,7 @@
 #include <QSqlDatabase>
 #include <QSqlQuery>
 #include <QStringList>
+#include <QVariantList>
 
 namespace ado {
 
@@ -42,14 +43,24 @@ public:
 
     Dialect dialect() const { return m_dialect; }
     QSqlDatabase database() const;
-    // A query on this connection for a result read once, front to back.
-    QSqlQuery newQuery() const;
-    // A statement prepared once on this connection and reused afterwards.
-    QSqlQuery& prepared(const QString& sql);
+    // A query on this connection for a result read once, front to back,
+    // prepared against the tables as they are now.
+    QSqlQuery newQuery();
+    // Runs a statement prepared once on this connection and reused
+    // afterwards, with the values bound in order; raises on an SQL error.
+    // A table changed by anyone since the statement was prepared (a column
+    // added or widened) makes it run as if it had just been prepared.
+    QSqlQuery& runPrepared(const QString& sql, const QVariantList& values);
     // The column names of a table, in lower case, read once per connection.
     const QStringList& columns(const QString& table);
 
 private:
+    QSqlQuery forwardQuery() const;
+    QSqlQuery& prepared(const QString& sql);
+    // Forgets every kept statement and column list when the database's
+    // schema changed since they were made.
+    void checkSchema();
+    void forgetPrepared();
     void release();
 
     QString m_name;
@@ -60,6 +71,9 @@ private:
     QStringList m_log;
     QHash<QString, QSqlQuery> m_prepared;
     QHash<QString, QStringList> m_columns;
+    // SQLite's schema counter, read before every reuse of a kept statement.
+    QSqlQuery m_schemaVersion;
+    qlonglong m_knownSchema = -1;
 };
 
 // The ADO connection behind an automation object, or nullptr when the object

@@ -230,7 +230,7 @@ QWidget* dlgPropIndicador::construirSuperior()
     cNombre = new QLineEdit(pic1);
     cNombre->setObjectName(QStringLiteral("cNombre"));
     // The column holds 50 characters; the box never offers more.
-    cNombre->setMaxLength(50);
+    vbui::limitarLongitud(cNombre, 50);
     lblNombre->setBuddy(cNombre);
 
     auto* lblTipo = etiqueta(QStringLiteral("Tipo:"), pic1);
@@ -444,7 +444,7 @@ QWidget* dlgPropIndicador::construirMatriz()
     cTitGraf = new QLineEdit(preferencias);
     cTitGraf->setObjectName(QStringLiteral("cTitGraf"));
     // The title column holds 255 characters.
-    cTitGraf->setMaxLength(255);
+    vbui::limitarLongitud(cTitGraf, 255);
     lblTitulo->setBuddy(cTitGraf);
     auto* lblTipo = etiqueta(QStringLiteral("Tipo de gráfico:"), preferencias);
     cTipoGraf = new QComboBox(preferencias);
