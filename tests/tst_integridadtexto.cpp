@@ -2,7 +2,11 @@
 // text that cannot be stored as given is refused with nothing written; a
 // double property takes only finite numbers; a length-limited box never keeps
 // half of a character.
+#include "designer/dlgpropindicador.h"
 #include "library/dialogo.h"
+#include "library/dlgdato.h"
+#include "library/dlgproppers.h"
+#include "library/dlgtablero.h"
 #include "model/ebarraprogreso.h"
 #include "model/efigura.h"
 #include "model/eindicador.h"
@@ -18,6 +22,7 @@
 #include <QLineEdit>
 #include <QMetaProperty>
 #include <QTest>
+#include <functional>
 #include <limits>
 #include <memory>
 
@@ -268,6 +273,35 @@ private slots:
         caja.setCursorPosition(int(prefijo.size()));
         caja.insert(Emoji);
         QVERIFY(caja.text().isValidUtf16());
+    }
+
+    void everyLimitedBoxOfTheDialogsKeepsWholeCharacters_data()
+    {
+        QTest::addColumn<int>("cual");
+        int cual = 0;
+        for (const char* nombre : {"dlgTablero", "dlgDato", "dlgPropPers", "dlgPropIndicador"})
+            QTest::newRow(nombre) << cual++;
+    }
+    void everyLimitedBoxOfTheDialogsKeepsWholeCharacters()
+    {
+        const std::function<QWidget*()> dialogos[] = {[] { return new dlgTablero; }, [] { return new dlgDato; },
+                                                      [] { return new dlgPropPers; }, [] { return new dlgPropIndicador; }};
+        QFETCH(int, cual);
+        std::unique_ptr<QWidget> dialogo(dialogos[cual]());
+        int limitadas = 0;
+        for (QLineEdit* caja : dialogo->findChildren<QLineEdit*>()) {
+            if (caja->maxLength() >= 32767)
+                continue;
+            ++limitadas;
+            caja->clear();
+            caja->insert(QStringLiteral("a") + Emoji.repeated(25000));
+            QVERIFY2(caja->text().isValidUtf16(), qPrintable(caja->objectName()));
+            caja->clear();
+            caja->insert(Emoji.repeated(25000));
+            QVERIFY2(caja->text().isValidUtf16(), qPrintable(caja->objectName()));
+            QVERIFY(caja->text().size() >= caja->maxLength() - 1);
+        }
+        QVERIFY(limitadas > 0);
     }
 
     void limitedBoxKeepsWholeTextsAsTheyAre()
