@@ -29,6 +29,13 @@ bool planOutdated(Dialect dialect, const QSqlError& error)
     return dialect == Dialect::PostgreSQL && error.nativeErrorCode() == QLatin1String("0A000");
 }
 
+// Only a statement that returns rows can change shape when its table does:
+// an INSERT or UPDATE that SQLite prepares again keeps its result as it was.
+bool returnsRows(const QString& sql)
+{
+    return QStringView(sql).trimmed().startsWith(QLatin1String("select"), Qt::CaseInsensitive);
+}
+
 void bind(QSqlQuery& query, const QVariantList& values)
 {
     for (int i = 0; i < values.size(); ++i)
@@ -143,7 +150,8 @@ QSqlQuery Connection::forwardQuery() const
 
 QSqlQuery& Connection::runPrepared(const QString& sql, const QVariantList& values)
 {
-    checkSchema();
+    if (returnsRows(sql))
+        checkSchema();
     QSqlQuery* query = &prepared(sql);
     bind(*query, values);
     if (query->exec())
@@ -208,7 +216,6 @@ QSqlQuery& Connection::prepared(const QString& sql)
 const QStringList& Connection::columns(const QString& table)
 {
     // Asked on every insert.
-    checkSchema();
     const QString key = vb::minusculas(table);
     auto it = m_columns.find(key);
     if (it != m_columns.end())

@@ -55,12 +55,13 @@ bool comoBytes(ado::Dialect dialect, const QVariant& value)
     return dialect == ado::Dialect::SQLite && value.typeId() == QMetaType::QString;
 }
 
-// The placeholder for a value, and the value as it is bound there.
+// The placeholder for a value.
 QString marca(ado::Dialect dialect, const QVariant& value)
 {
     return comoBytes(dialect, value) ? QStringLiteral("CAST(? AS TEXT)") : QStringLiteral("?");
 }
 
+// The values as they are bound to their placeholders.
 QVariantList enlazables(ado::Dialect dialect, QVariantList values)
 {
     for (QVariant& value : values) {
