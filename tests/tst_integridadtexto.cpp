@@ -66,6 +66,14 @@ bool llamar(QObject* entidad, const char* metodo, QObject* cnx, int clave = -1)
     return hecho;
 }
 
+// A new entity with one of its text properties set.
+std::unique_ptr<QObject> nuevaCon(const PropiedadTexto& texto, const QString& valor)
+{
+    std::unique_ptr<QObject> entidad(texto.clase->newInstance());
+    entidad->setProperty(texto.propiedad, valor);
+    return entidad;
+}
+
 // The double properties of the classes that have them.
 QList<QMetaProperty> propiedadesDobles(const QMetaObject& clase)
 {
@@ -125,8 +133,7 @@ private slots:
         QFETCH(int, indice);
         QFETCH(QString, valor);
         const PropiedadTexto& texto = Textos[indice];
-        std::unique_ptr<QObject> nueva(texto.clase->newInstance());
-        nueva->setProperty(texto.propiedad, valor);
+        auto nueva = nuevaCon(texto, valor);
         QVERIFY(llamar(nueva.get(), "Save", &db.connection()));
         auto otraConexion = db.openAnother();
         std::unique_ptr<QObject> leida(texto.clase->newInstance());
@@ -169,8 +176,7 @@ private slots:
         QFETCH(int, indice);
         QFETCH(QString, valor);
         const PropiedadTexto& texto = Textos[indice];
-        std::unique_ptr<QObject> nueva(texto.clase->newInstance());
-        nueva->setProperty(texto.propiedad, valor);
+        auto nueva = nuevaCon(texto, valor);
         QVERIFY(!llamar(nueva.get(), "Save", &db.connection()));
         QCOMPARE(filas(texto.tabla), 0);
 

@@ -98,6 +98,8 @@ void Connection::release()
         return;
     forgetPrepared();
     m_schemaVersion = QSqlQuery();
+    m_begin = QSqlQuery();
+    m_commit = QSqlQuery();
     m_knownSchema = -1;
     m_open = false;
     {
@@ -134,10 +136,42 @@ void Connection::record(const QString& sql)
         m_log.append(sql);
 }
 
-QSqlQuery Connection::newQuery()
+// Qt's SQLite driver sizes a statement's row when it runs, from the columns
+// the statement had before SQLite prepared it again for a changed table, and
+// then writes past that row. So no statement that returns rows may run as
+// prepared from an outdated schema: neither a kept one nor a new one prepared
+// from the connection's outdated copy. The schema's counter is read in one
+// read transaction with the statement, so that no other program can change a
+// table in between, and so that the statement needs no second read of the
+// database file. A transaction the host opened serves as that one already.
+template <typename Run>
+auto Connection::againstCurrentSchema(const QString& sql, Run run) -> decltype(run())
 {
-    checkSchema();
-    return forwardQuery();
+    if (m_dialect != Dialect::SQLite || !returnsRows(sql))
+        return run();
+    const bool own = control(m_begin, "BEGIN");
+    try {
+        checkSchema();
+        decltype(run()) result = run();
+        // The rows still to be read stay readable after the commit.
+        if (own)
+            control(m_commit, "COMMIT");
+        return result;
+    } catch (...) {
+        if (own)
+            control(m_commit, "COMMIT");
+        throw;
+    }
+}
+
+QSqlQuery Connection::runText(const QString& sql)
+{
+    return againstCurrentSchema(sql, [&] {
+        QSqlQuery query = forwardQuery();
+        if (!query.exec(sql))
+            throw vb::AutomationError(ErrProvider, query.lastError().text());
+        return query;
+    });
 }
 
 QSqlQuery Connection::forwardQuery() const
@@ -150,8 +184,11 @@ QSqlQuery Connection::forwardQuery() const
 
 QSqlQuery& Connection::runPrepared(const QString& sql, const QVariantList& values)
 {
-    if (returnsRows(sql))
-        checkSchema();
+    return againstCurrentSchema(sql, [&]() -> QSqlQuery& { return execPrepared(sql, values); });
+}
+
+QSqlQuery& Connection::execPrepared(const QString& sql, const QVariantList& values)
+{
     QSqlQuery* query = &prepared(sql);
     bind(*query, values);
     if (query->exec())
@@ -166,16 +203,20 @@ QSqlQuery& Connection::runPrepared(const QString& sql, const QVariantList& value
     return *query;
 }
 
-// Qt's SQLite driver sizes a statement's row when it runs, from the columns
-// the statement had before SQLite prepared it again for a changed table, and
-// then writes past that row. So no statement may run as prepared from an
-// outdated schema: neither a kept one nor a new one prepared from the
-// connection's outdated copy. The counter is one read of the database header,
-// far cheaper than preparing.
+bool Connection::control(QSqlQuery& statement, const char* sql)
+{
+    if (statement.lastQuery().isEmpty()) {
+        statement = QSqlQuery(database());
+        if (!statement.prepare(QLatin1String(sql)))
+            return false;
+    }
+    const bool ran = statement.exec();
+    statement.finish();
+    return ran;
+}
+
 void Connection::checkSchema()
 {
-    if (m_dialect != Dialect::SQLite)
-        return;
     if (m_schemaVersion.lastQuery().isEmpty()) {
         m_schemaVersion = forwardQuery();
         if (!m_schemaVersion.prepare(QStringLiteral("PRAGMA schema_version")))

@@ -43,9 +43,9 @@ public:
 
     Dialect dialect() const { return m_dialect; }
     QSqlDatabase database() const;
-    // A query on this connection for a result read once, front to back,
-    // prepared against the tables as they are now.
-    QSqlQuery newQuery();
+    // Runs an SQL text once, for a result read once, front to back; raises
+    // on an SQL error.
+    QSqlQuery runText(const QString& sql);
     // Runs a statement prepared once on this connection and reused
     // afterwards, with the values bound in order; raises on an SQL error.
     // A table changed by anyone since the statement was prepared (a column
@@ -57,9 +57,15 @@ public:
 private:
     QSqlQuery forwardQuery() const;
     QSqlQuery& prepared(const QString& sql);
+    QSqlQuery& execPrepared(const QString& sql, const QVariantList& values);
+    // Runs a statement that returns rows against the tables as they are now.
+    template <typename Run>
+    auto againstCurrentSchema(const QString& sql, Run run) -> decltype(run());
     // Forgets every kept statement and column list when the database's
     // schema changed since they were made.
     void checkSchema();
+    // Runs a kept statement without rows of SQLite's (BEGIN, COMMIT).
+    bool control(QSqlQuery& statement, const char* sql);
     void forgetPrepared();
     void release();
 
@@ -71,8 +77,11 @@ private:
     QStringList m_log;
     QHash<QString, QSqlQuery> m_prepared;
     QHash<QString, QStringList> m_columns;
-    // SQLite's schema counter, read before every reuse of a kept statement.
+    // SQLite's schema counter, read before every statement that returns
+    // rows, in one read transaction with it.
     QSqlQuery m_schemaVersion;
+    QSqlQuery m_begin;
+    QSqlQuery m_commit;
     qlonglong m_knownSchema = -1;
 };
 

@@ -93,9 +93,7 @@ void Recordset::Open()
         preparada->finish();
         return;
     }
-    QSqlQuery query = connection->newQuery();
-    if (!query.exec(m_source))
-        raise(ErrProvider, query.lastError().text());
+    QSqlQuery query = connection->runText(m_source);
     if (!query.isSelect())
         return; // the statement ran; there is nothing to hold open
     leer(query);
