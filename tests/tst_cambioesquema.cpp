@@ -236,6 +236,31 @@ private slots:
         }
     }
 
+    void readsLeaveNoTransactionOfTheirOwnOpen()
+    {
+        EMetrica metrica;
+        metrica.setNombre(QStringLiteral("Ventas"));
+        QVERIFY(metrica.Save(&db.connection()));
+        EMetrica leida;
+        QVERIFY(leida.Load(&db.connection(), metrica.Sys_PK()));
+        // A transaction still open would refuse to start another one.
+        db.exec(QStringLiteral("BEGIN"));
+        db.exec(QStringLiteral("COMMIT"));
+    }
+
+    void aTransactionTheHostOpenedStaysTheHosts()
+    {
+        db.exec(QStringLiteral("BEGIN"));
+        EMetrica metrica;
+        metrica.setNombre(QStringLiteral("Provisional"));
+        QVERIFY(metrica.Save(&db.connection()));
+        EMetrica leida;
+        QVERIFY(leida.Load(&db.connection(), metrica.Sys_PK()));
+        QCOMPARE(leida.Nombre(), QStringLiteral("Provisional"));
+        db.exec(QStringLiteral("ROLLBACK"));
+        QCOMPARE(db.scalar(QStringLiteral("SELECT COUNT(*) FROM ut_bi_Metrica")).toInt(), 0);
+    }
+
     void configurationTableChangedByAnotherConnectionStillLoadsAndSaves_data() { datosConfiguraciones(); }
     void configurationTableChangedByAnotherConnectionStillLoadsAndSaves()
     {
