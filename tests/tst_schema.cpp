@@ -73,7 +73,7 @@ QString matrixTableWith(bool postgres, const QString& columnTypes)
         return QString();
     for (QString statement : SchemaInstaller::statements(QString::fromUtf8(file.readAll()))) {
         if (statement.contains(QLatin1String("CREATE TABLE IF NOT EXISTS ut_bi_MatrizGraf"))) {
-            statement.replace(QRegularExpression(QStringLiteral("uf_G_Titulo \\w+")),
+            statement.replace(QRegularExpression(QStringLiteral("uf_G_Titulo [^,\\n]+")),
                               QStringLiteral("uf_G_Titulo ") + columnTypes);
             return statement;
         }
