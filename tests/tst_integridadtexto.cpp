@@ -3,6 +3,7 @@
 // double property takes only finite numbers; a length-limited box never keeps
 // half of a character.
 #include "designer/dlgpropindicador.h"
+#include "library/caracteresenteros.h"
 #include "library/dialogo.h"
 #include "library/dlgdato.h"
 #include "library/dlgproppers.h"
@@ -296,7 +297,9 @@ private slots:
         std::unique_ptr<QWidget> dialogo(dialogos[cual]());
         int limitadas = 0;
         for (QLineEdit* caja : dialogo->findChildren<QLineEdit*>()) {
-            if (caja->maxLength() >= 32767)
+            const bool guardada = qobject_cast<const CaracteresEnteros*>(caja->validator());
+            QVERIFY2(guardada || caja->maxLength() == std::numeric_limits<qint16>::max(), qPrintable(caja->objectName()));
+            if (!guardada)
                 continue;
             ++limitadas;
             caja->clear();
