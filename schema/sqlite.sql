@@ -1,5 +1,7 @@
 -- The nine VendimarBI tables for SQLite. Safe to apply again: nothing is replaced.
 -- Keys come from the database (INTEGER PRIMARY KEY AUTOINCREMENT never reuses a deleted key).
+-- SQLite keeps a text of any length in any text column, whatever length its
+-- type names, so a database made by an older version of this file needs no change.
 
 CREATE TABLE IF NOT EXISTS ut_bi_Perspectiva (
   Sys_PK INTEGER PRIMARY KEY AUTOINCREMENT,
@@ -11,7 +13,7 @@ CREATE TABLE IF NOT EXISTS ut_bi_Perspectiva (
 
 CREATE TABLE IF NOT EXISTS ut_bi_Metrica (
   Sys_PK INTEGER PRIMARY KEY AUTOINCREMENT,
-  Sys_GUID varchar(38),
+  Sys_GUID TEXT,
   uf_Nombre varchar(50),
   uf_Descripcion varchar(255),
   uf_Titulo varchar(100),
@@ -84,7 +86,7 @@ CREATE TABLE IF NOT EXISTS ut_bi_MatrizGraf (
   uf_FK_G_Metrica3 INTEGER,
   uf_FK_G_Metrica4 INTEGER,
   uf_FK_G_Metrica5 INTEGER,
-  uf_G_Titulo varchar(255),
+  uf_G_Titulo TEXT,
   uf_G_Tipo INTEGER
 );
 

@@ -13,7 +13,7 @@ CREATE TABLE ut_bi_Perspectiva (
 IF OBJECT_ID('ut_bi_Metrica', 'U') IS NULL
 CREATE TABLE ut_bi_Metrica (
   Sys_PK int IDENTITY(1,1) PRIMARY KEY,
-  Sys_GUID nvarchar(38),
+  Sys_GUID nvarchar(max),
   uf_Nombre nvarchar(50),
   uf_Descripcion nvarchar(255),
   uf_Titulo nvarchar(100),
@@ -90,7 +90,7 @@ CREATE TABLE ut_bi_MatrizGraf (
   uf_FK_G_Metrica3 int,
   uf_FK_G_Metrica4 int,
   uf_FK_G_Metrica5 int,
-  uf_G_Titulo nvarchar(255),
+  uf_G_Titulo nvarchar(max),
   uf_G_Tipo int
 );
 
@@ -140,6 +140,11 @@ CREATE TABLE ut_bi_Fig (
   uf_fondo int,
   uf_alin int
 );
+
+-- Text columns with no length of their own hold any length. Databases made when
+-- they had one are brought up to date here; the rows stay as they are.
+ALTER TABLE ut_bi_Metrica ALTER COLUMN Sys_GUID nvarchar(max);
+ALTER TABLE ut_bi_MatrizGraf ALTER COLUMN uf_G_Titulo nvarchar(max);
 
 -- The lookups the component makes by parent or owner: the library's tree and
 -- lists (by perspective, in name order), an indicator's configuration row, a

@@ -9,7 +9,7 @@ packages=(
   libqt6sql6-sqlite libqt6sql6-psql libqt6sql6-odbc
   qt6-translations-l10n qt6-qpa-plugins
   libgl1-mesa-dev libxkbcommon-dev
-  postgresql sqlite3
+  postgresql sqlite3 libpq-dev
   xvfb xauth fonts-dejavu-core fonts-dejavu-extra
   libbenchmark-dev
 )

@@ -50,6 +50,21 @@ private slots:
         QCOMPARE(control<QAbstractButton>(&dlg, QStringLiteral("cmdCancel"))->text(), QStringLiteral("&Cancelar"));
     }
 
+    void emojiTypedPastTheLimitAreStoredWholeNeverHalved()
+    {
+        const QString emoji = QStringLiteral("😀");
+        ModalAnswerer answerer;
+        answerer.expect([&](QWidget* w) {
+            escribir(w, QStringLiteral("txtNombre"), QStringLiteral("a") + emoji.repeated(25000));
+            pulsar(w, QStringLiteral("cmdAceptar"));
+        });
+        const int key = engine->Form_Agregar_Tablero(55);
+        QVERIFY(key > 0);
+        ETablero t;
+        QVERIFY(t.Load(&db.connection(), key));
+        QCOMPARE(t.Nombre(), QStringLiteral("a") + emoji.repeated(24));
+    }
+
     void newDashboardBelongsToTheUserAndKeepsBlanks()
     {
         ModalAnswerer answerer;

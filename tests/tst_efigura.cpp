@@ -392,7 +392,9 @@ private slots:
         QVERIFY(f.Save(&db.connection()));
         QVERIFY(f.Save(&db.connection()));
         db.connection().setLogSql(false);
-        const QStringList log = db.connection().executedSql();
+        // Texts may be bound through a cast (SQLite): the order of the columns is what counts here.
+        const QStringList log = db.connection().executedSql().replaceInStrings(QStringLiteral("CAST(? AS TEXT)"),
+                                                                                QStringLiteral("?"));
         QVERIFY2(log.size() >= 3, qPrintable(log.join(QLatin1Char('\n'))));
         // The new row lists the declared columns in declaration order.
         QVERIFY2(log.first().contains(QLatin1String("(uf_FK_Tablero,uf_X,uf_Y,uf_W,uf_H,uf_Tipo,uf_Fuente,uf_Texto,"

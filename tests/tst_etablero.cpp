@@ -378,7 +378,9 @@ private slots:
         QVERIFY(t.Save(&db.connection()));
         QVERIFY(t.Save(&db.connection()));
         db.connection().setLogSql(false);
-        const QStringList log = db.connection().executedSql();
+        // Texts may be bound through a cast (SQLite): the order of the columns is what counts here.
+        const QStringList log = db.connection().executedSql().replaceInStrings(QStringLiteral("CAST(? AS TEXT)"),
+                                                                                QStringLiteral("?"));
         QVERIFY2(log.size() >= 3, qPrintable(log.join(QLatin1Char('\n'))));
         QVERIFY2(log.first().contains(QLatin1String("ut_bi_Tablero (uf_Nombre,uf_FK_Usuario)"), Qt::CaseInsensitive),
                  qPrintable(log.first()));

@@ -1,9 +1,12 @@
 // The nine tables as the host program creates them, and `vbi init-db`.
 #include "ado/connection.h"
+#include "model/ematrizgrafico.h"
 #include "schemainstaller.h"
 #include "testdatabase.h"
 
+#include <QFile>
 #include <QProcess>
+#include <QRegularExpression>
 #include <QTest>
 
 namespace {
@@ -59,6 +62,23 @@ QList<TableColumns> expectedTables()
         {"ut_bi_Fig", QString::fromLatin1("Sys_PK uf_FK_Tablero uf_X uf_Y uf_W uf_H uf_Tipo uf_Fuente uf_Texto "
                                           "uf_TamFuente uf_atrib_fuente uf_color uf_fondo uf_alin").split(QLatin1Char(' '))},
     };
+}
+
+// The matrix configuration table as this database's schema file creates it,
+// with its text columns typed as older versions of the file typed them.
+QString matrixTableWith(bool postgres, const QString& columnTypes)
+{
+    QFile file(postgres ? QStringLiteral(":/schema/postgresql.sql") : QStringLiteral(":/schema/sqlite.sql"));
+    if (!file.open(QIODevice::ReadOnly))
+        return QString();
+    for (QString statement : SchemaInstaller::statements(QString::fromUtf8(file.readAll()))) {
+        if (statement.contains(QLatin1String("CREATE TABLE IF NOT EXISTS ut_bi_MatrizGraf"))) {
+            statement.replace(QRegularExpression(QStringLiteral("uf_G_Titulo [^,\\n]+")),
+                              QStringLiteral("uf_G_Titulo ") + columnTypes);
+            return statement;
+        }
+    }
+    return QString();
 }
 
 } // namespace
@@ -160,6 +180,54 @@ private slots:
         QCOMPARE(db.scalar(QStringLiteral("SELECT COUNT(*) FROM ut_bi_Perspectiva")).toInt(), perspectives);
         QVERIFY(db.scalar(QStringLiteral("SELECT COUNT(*) FROM ut_bi_TabIndicador")).toInt() > 0);
         QVERIFY(db.scalar(QStringLiteral("SELECT COUNT(*) FROM ut_bi_Semaforo")).toInt() > 0);
+    }
+
+    void chartTitleAndGuidHoldTextsOfAnyLength()
+    {
+        const QString title(5000, QLatin1Char('t'));
+        EMatrizGrafico saved;
+        saved.setGrafico_Titulo(title);
+        QVERIFY(saved.Save(&db.connection(), 41));
+        EMatrizGrafico loaded;
+        QVERIFY(loaded.Load(&db.connection(), 41));
+        QCOMPARE(loaded.Grafico_Titulo(), title);
+        const QString guid(400, QLatin1Char('g'));
+        db.exec(QStringLiteral("INSERT INTO ut_bi_Metrica (Sys_GUID, uf_Nombre) VALUES ('%1', 'm')").arg(guid));
+        QCOMPARE(db.scalar(QStringLiteral("SELECT Sys_GUID FROM ut_bi_Metrica")).toString(), guid);
+    }
+
+    void initDbGivesAnOldBoundedTitleColumnAnyLengthAndKeepsItsRows()
+    {
+        db.exec(QStringLiteral("DROP TABLE ut_bi_MatrizGraf"));
+        db.exec(matrixTableWith(db.isPostgres(), QStringLiteral("varchar(255)")));
+        db.exec(QStringLiteral("INSERT INTO ut_bi_MatrizGraf (uf_FK_Indicador, uf_G_Titulo, uf_G_Tipo) VALUES (7, 'Ventas', 3)"));
+        EMatrizGrafico tooLong;
+        tooLong.setGrafico_Titulo(QString(300, QLatin1Char('x')));
+        if (db.isPostgres())
+            QVERIFY(!tooLong.Save(&db.connection(), 8)); // what the old column did
+
+        QCOMPARE(runVbi({QStringLiteral("init-db"), db.url()}), 0);
+
+        EMatrizGrafico kept;
+        QVERIFY(kept.Load(&db.connection(), 7));
+        QCOMPARE(kept.Grafico_Titulo(), QStringLiteral("Ventas"));
+        QCOMPARE(kept.Grafico_Tipo(), 3);
+        QVERIFY(tooLong.Save(&db.connection(), 8));
+        EMatrizGrafico loaded;
+        QVERIFY(loaded.Load(&db.connection(), 8));
+        QCOMPARE(loaded.Grafico_Titulo(), tooLong.Grafico_Titulo());
+    }
+
+    void configurationInsertTheDatabaseRefusesMakesSaveFalse()
+    {
+        db.exec(QStringLiteral("DROP TABLE ut_bi_MatrizGraf"));
+        db.exec(matrixTableWith(db.isPostgres(), QStringLiteral("text CHECK (length(uf_G_Titulo) <= 10)")));
+        EMatrizGrafico refused;
+        refused.setGrafico_Titulo(QStringLiteral("Más de diez letras"));
+        const bool saved = refused.Save(&db.connection(), 9);
+        db.exec(QStringLiteral("DROP TABLE ut_bi_MatrizGraf"));
+        SchemaInstaller::apply(db.connection());
+        QVERIFY(!saved);
     }
 
     void initDbWithBadUrlSaysSoAndFails()

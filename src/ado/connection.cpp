@@ -21,6 +21,27 @@ QString nextConnectionName()
 // A second writer on an SQLite file waits this long instead of failing at once.
 constexpr auto SqliteOptions = "QSQLITE_BUSY_TIMEOUT=10000";
 
+// PostgreSQL refuses to run a kept plan whose result changed shape ("cached
+// plan must not change result type") after another session altered its table.
+// Nothing ran, so preparing the statement afresh and running it again is safe.
+bool planOutdated(Dialect dialect, const QSqlError& error)
+{
+    return dialect == Dialect::PostgreSQL && error.nativeErrorCode() == QLatin1String("0A000");
+}
+
+// Only a statement that returns rows can change shape when its table does:
+// an INSERT or UPDATE that SQLite prepares again keeps its result as it was.
+bool returnsRows(const QString& sql)
+{
+    return QStringView(sql).trimmed().startsWith(QLatin1String("select"), Qt::CaseInsensitive);
+}
+
+void bind(QSqlQuery& query, const QVariantList& values)
+{
+    for (int i = 0; i < values.size(); ++i)
+        query.bindValue(i, values.at(i));
+}
+
 } // namespace
 
 Connection::Connection(QObject* parent)
@@ -75,8 +96,11 @@ void Connection::release()
 {
     if (!m_open)
         return;
-    m_prepared.clear();
-    m_columns.clear();
+    forgetPrepared();
+    m_schemaVersion = QSqlQuery();
+    m_begin = QSqlQuery();
+    m_commit = QSqlQuery();
+    m_knownSchema = -1;
     m_open = false;
     {
         QSqlDatabase db = QSqlDatabase::database(m_name, false);
@@ -141,7 +165,45 @@ void Connection::record(const QString& sql)
         m_log.append(sql);
 }
 
-QSqlQuery Connection::newQuery() const
+// Qt's SQLite driver sizes a statement's row when it runs, from the columns
+// the statement had before SQLite prepared it again for a changed table, and
+// then writes past that row. So no statement that returns rows may run as
+// prepared from an outdated schema: neither a kept one nor a new one prepared
+// from the connection's outdated copy. The schema's counter is read in one
+// read transaction with the statement, so that no other program can change a
+// table in between, and so that the statement needs no second read of the
+// database file. A transaction the host opened serves as that one already.
+template <typename Run>
+auto Connection::againstCurrentSchema(const QString& sql, Run run) -> decltype(run())
+{
+    if (m_dialect != Dialect::SQLite || !returnsRows(sql))
+        return run();
+    const bool own = control(m_begin, "BEGIN");
+    try {
+        checkSchema();
+        decltype(run()) result = run();
+        // The rows still to be read stay readable after the commit.
+        if (own)
+            control(m_commit, "COMMIT");
+        return result;
+    } catch (...) {
+        if (own)
+            control(m_commit, "COMMIT");
+        throw;
+    }
+}
+
+QSqlQuery Connection::runText(const QString& sql)
+{
+    return againstCurrentSchema(sql, [&] {
+        QSqlQuery query = forwardQuery();
+        if (!query.exec(sql))
+            throw vb::AutomationError(ErrProvider, query.lastError().text());
+        return query;
+    });
+}
+
+QSqlQuery Connection::forwardQuery() const
 {
     QSqlQuery query(database());
     // Results are read once, front to back: no row cache for stepping back.
@@ -149,12 +211,73 @@ QSqlQuery Connection::newQuery() const
     return query;
 }
 
+QSqlQuery& Connection::runPrepared(const QString& sql, const QVariantList& values)
+{
+    return againstCurrentSchema(sql, [&]() -> QSqlQuery& { return execPrepared(sql, values); });
+}
+
+QSqlQuery& Connection::execPrepared(const QString& sql, const QVariantList& values)
+{
+    QSqlQuery* query = &prepared(sql);
+    bind(*query, values);
+    if (query->exec())
+        return *query;
+    if (!planOutdated(m_dialect, query->lastError()))
+        throw vb::AutomationError(ErrProvider, query->lastError().text());
+    forgetPrepared();
+    query = &prepared(sql);
+    bind(*query, values);
+    if (!query->exec())
+        throw vb::AutomationError(ErrProvider, query->lastError().text());
+    return *query;
+}
+
+bool Connection::control(QSqlQuery& statement, const char* sql)
+{
+    if (statement.lastQuery().isEmpty()) {
+        statement = QSqlQuery(database());
+        if (!statement.prepare(QLatin1String(sql)))
+            return false;
+    }
+    const bool ran = statement.exec();
+    statement.finish();
+    return ran;
+}
+
+void Connection::checkSchema()
+{
+    if (m_schemaVersion.lastQuery().isEmpty()) {
+        m_schemaVersion = forwardQuery();
+        if (!m_schemaVersion.prepare(QStringLiteral("PRAGMA schema_version")))
+            throw vb::AutomationError(ErrProvider, m_schemaVersion.lastError().text());
+    }
+    if (!m_schemaVersion.exec() || !m_schemaVersion.next())
+        throw vb::AutomationError(ErrProvider, m_schemaVersion.lastError().text());
+    const qlonglong version = m_schemaVersion.value(0).toLongLong();
+    m_schemaVersion.finish();
+    if (version == m_knownSchema)
+        return;
+    forgetPrepared();
+    // SQLite prepares from the connection's copy of the schema, which it only
+    // reads again when a statement runs into the change: a read of the schema
+    // table does, so that the statements prepared next see the new columns.
+    QSqlQuery reload(database());
+    reload.exec(QStringLiteral("SELECT COUNT(*) FROM sqlite_master"));
+    m_knownSchema = version;
+}
+
+void Connection::forgetPrepared()
+{
+    m_prepared.clear();
+    m_columns.clear();
+}
+
 QSqlQuery& Connection::prepared(const QString& sql)
 {
     auto it = m_prepared.find(sql);
     if (it != m_prepared.end())
         return *it;
-    QSqlQuery query = newQuery();
+    QSqlQuery query = forwardQuery();
     if (!query.prepare(sql))
         throw vb::AutomationError(ErrProvider, query.lastError().text());
     return *m_prepared.insert(sql, query);

@@ -7,6 +7,7 @@
 #include <QSqlDatabase>
 #include <QSqlQuery>
 #include <QStringList>
+#include <QVariantList>
 
 namespace ado {
 
@@ -49,14 +50,30 @@ public:
 
     Dialect dialect() const { return m_dialect; }
     QSqlDatabase database() const;
-    // A query on this connection for a result read once, front to back.
-    QSqlQuery newQuery() const;
-    // A statement prepared once on this connection and reused afterwards.
-    QSqlQuery& prepared(const QString& sql);
+    // Runs an SQL text once, for a result read once, front to back; raises
+    // on an SQL error.
+    QSqlQuery runText(const QString& sql);
+    // Runs a statement prepared once on this connection and reused
+    // afterwards, with the values bound in order; raises on an SQL error.
+    // A table changed by anyone since the statement was prepared (a column
+    // added or widened) makes it run as if it had just been prepared.
+    QSqlQuery& runPrepared(const QString& sql, const QVariantList& values);
     // The column names of a table, in lower case, read once per connection.
     const QStringList& columns(const QString& table);
 
 private:
+    QSqlQuery forwardQuery() const;
+    QSqlQuery& prepared(const QString& sql);
+    QSqlQuery& execPrepared(const QString& sql, const QVariantList& values);
+    // Runs a statement that returns rows against the tables as they are now.
+    template <typename Run>
+    auto againstCurrentSchema(const QString& sql, Run run) -> decltype(run());
+    // Forgets every kept statement and column list when the database's
+    // schema changed since they were made.
+    void checkSchema();
+    // Runs a kept statement without rows of SQLite's (BEGIN, COMMIT).
+    bool control(QSqlQuery& statement, const char* sql);
+    void forgetPrepared();
     void release();
 
     QString m_name;
@@ -67,6 +84,12 @@ private:
     QStringList m_log;
     QHash<QString, QSqlQuery> m_prepared;
     QHash<QString, QStringList> m_columns;
+    // SQLite's schema counter, read before every statement that returns
+    // rows, in one read transaction with it.
+    QSqlQuery m_schemaVersion;
+    QSqlQuery m_begin;
+    QSqlQuery m_commit;
+    qlonglong m_knownSchema = -1;
 };
 
 // The ADO connection behind an automation object, or nullptr when the object

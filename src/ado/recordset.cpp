@@ -3,6 +3,7 @@
 #include "adoerrors.h"
 #include "connection.h"
 #include "consultaparametrizada.h"
+#include "valorleido.h"
 #include "vb/vb.h"
 
 #include <QSqlError>
@@ -28,9 +29,8 @@ QSqlQuery* ejecutarPreparada(Connection& connection, const QString& sql)
     if (!consulta)
         return nullptr;
     try {
-        QSqlQuery& query = connection.prepared(consulta->texto);
-        query.bindValue(0, consulta->valor);
-        if (query.exec() && query.isSelect())
+        QSqlQuery& query = connection.runPrepared(consulta->texto, {consulta->valor});
+        if (query.isSelect())
             return &query;
         query.finish();
     } catch (const vb::AutomationError&) {
@@ -93,9 +93,7 @@ void Recordset::Open()
         preparada->finish();
         return;
     }
-    QSqlQuery query = connection->newQuery();
-    if (!query.exec(m_source))
-        raise(ErrProvider, query.lastError().text());
+    QSqlQuery query = connection->runText(m_source);
     if (!query.isSelect())
         return; // the statement ran; there is nothing to hold open
     leer(query);
@@ -112,7 +110,7 @@ void Recordset::leer(QSqlQuery& query)
     m_rowCount = 0;
     while (query.next()) {
         for (int i = 0; i < columnas; ++i) {
-            QVariant value = query.value(i);
+            QVariant value = valorLeido(query, i);
             m_values.append(value.isNull() ? vb::Null() : std::move(value));
         }
         ++m_rowCount;

@@ -21,6 +21,7 @@
 #include <QTabWidget>
 #include <QToolButton>
 #include <QVBoxLayout>
+#include <limits>
 
 namespace {
 
@@ -230,7 +231,7 @@ QWidget* dlgPropIndicador::construirSuperior()
     cNombre = new QLineEdit(pic1);
     cNombre->setObjectName(QStringLiteral("cNombre"));
     // The column holds 50 characters; the box never offers more.
-    cNombre->setMaxLength(50);
+    vbui::limitarLongitud(cNombre, 50);
     lblNombre->setBuddy(cNombre);
 
     auto* lblTipo = etiqueta(QStringLiteral("Tipo:"), pic1);
@@ -443,8 +444,9 @@ QWidget* dlgPropIndicador::construirMatriz()
     auto* lblTitulo = etiqueta(QStringLiteral("Título:"), preferencias);
     cTitGraf = new QLineEdit(preferencias);
     cTitGraf->setObjectName(QStringLiteral("cTitGraf"));
-    // The title column holds 255 characters.
-    cTitGraf->setMaxLength(255);
+    // The title column holds a text of any length: the box holds as much as
+    // a line edit can, never half a character where it cuts.
+    vbui::limitarLongitud(cTitGraf, std::numeric_limits<qint16>::max());
     lblTitulo->setBuddy(cTitGraf);
     auto* lblTipo = etiqueta(QStringLiteral("Tipo de gráfico:"), preferencias);
     cTipoGraf = new QComboBox(preferencias);

@@ -1,9 +1,11 @@
 #include "dialogo.h"
 
+#include "caracteresenteros.h"
 #include "engine/eengine.h"
 #include "engine/msgbox.h"
 #include "vb/automationerror.h"
 
+#include <QLineEdit>
 #include <QPlainTextEdit>
 #include <QTextCursor>
 
@@ -79,6 +81,12 @@ void limitarLongitud(QPlainTextEdit* editor, int maximo)
         cursor.setPosition(position);
         editor->setTextCursor(cursor);
     });
+}
+
+void limitarLongitud(QLineEdit* editor, int maximo)
+{
+    editor->setMaxLength(maximo);
+    editor->setValidator(new CaracteresEnteros(editor));
 }
 
 QString textoMultilinea(const QPlainTextEdit* editor)

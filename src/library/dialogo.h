@@ -5,6 +5,7 @@
 #include <QPointer>
 
 class EEngine;
+class QLineEdit;
 class QPlainTextEdit;
 
 // What every dialog of the component shares: the engine that opened it (set
@@ -52,6 +53,9 @@ namespace vbui {
 // A multi-line box holds at most its column's declared length, as a
 // single-line box does with setMaxLength.
 void limitarLongitud(QPlainTextEdit* editor, int maximo);
+// A single-line box holds at most its column's declared length, and never
+// half of a character written as a surrogate pair.
+void limitarLongitud(QLineEdit* editor, int maximo);
 
 // The text of a multi-line box with its line breaks as carriage return and
 // line feed, the way the host's text boxes have always stored them.

@@ -48,7 +48,7 @@ void dlgDato::construir()
     setWindowTitle(QStringLiteral("Propiedades de métrica"));
     auto* grid = new QGridLayout;
     cNombre = vbui::campo<QLineEdit>(grid, QStringLiteral("Nombre:"), QStringLiteral("cNombre"), this);
-    cNombre->setMaxLength(LargoNombre);
+    vbui::limitarLongitud(cNombre, LargoNombre);
     cDescrip = vbui::campo<QPlainTextEdit>(grid, QStringLiteral("Descripción:"), QStringLiteral("cDescrip"), this);
     cDescrip->setVerticalScrollBarPolicy(Qt::ScrollBarAlwaysOn);
     cDescrip->setHorizontalScrollBarPolicy(Qt::ScrollBarAlwaysOff);
@@ -56,12 +56,12 @@ void dlgDato::construir()
     cDescrip->setFixedHeight(60);
     vbui::limitarLongitud(cDescrip, LargoDescripcion);
     cTitulo = vbui::campo<QLineEdit>(grid, QStringLiteral("Título:"), QStringLiteral("cTitulo"), this);
-    cTitulo->setMaxLength(LargoTitulo);
+    vbui::limitarLongitud(cTitulo, LargoTitulo);
     cDecs = vbui::campo<QComboBox>(grid, QStringLiteral("Decimales:"), QStringLiteral("cDecs"), this);
     cFormat = vbui::campo<QComboBox>(grid, QStringLiteral("Formato de presentación:"), QStringLiteral("cFormat"), this);
     cFormat->setEditable(true);
     cFormat->setInsertPolicy(QComboBox::NoInsert);
-    cFormat->lineEdit()->setMaxLength(LargoFormato);
+    vbui::limitarLongitud(cFormat->lineEdit(), LargoFormato);
     cCode = vbui::campo<QPlainTextEdit>(grid, QStringLiteral("Código fuente:"), QStringLiteral("cCode"), this);
     QFont courier(QStringLiteral("Courier New"));
     courier.setStyleHint(QFont::Monospace);

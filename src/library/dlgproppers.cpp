@@ -27,10 +27,10 @@ dlgPropPers::dlgPropPers(QWidget* parent)
     setWindowTitle(QStringLiteral("Propiedades de perspectiva"));
     auto* grid = new QGridLayout;
     cNombre = vbui::campo<QLineEdit>(grid, QStringLiteral("Nombre de perspectiva:"), QStringLiteral("cNombre"), this);
-    cNombre->setMaxLength(LargoTexto);
+    vbui::limitarLongitud(cNombre, LargoTexto);
     cNombre->setMinimumWidth(260);
     cEntidad = vbui::campo<QLineEdit>(grid, QStringLiteral("Entidad de datos asociada:"), QStringLiteral("cEntidad"), this);
-    cEntidad->setMaxLength(LargoTexto);
+    vbui::limitarLongitud(cEntidad, LargoTexto);
     auto* buttons = vbui::botones(this, QStringLiteral("cAceptar"), QStringLiteral("cCancelar"), &cAceptar, &cCancelar);
     connect(cAceptar, &QPushButton::clicked, this, &dlgPropPers::aceptar);
     connect(cCancelar, &QPushButton::clicked, this, &dlgPropPers::reject);

@@ -25,7 +25,7 @@ dlgTablero::dlgTablero(QWidget* parent)
     auto* grid = new QGridLayout;
     txtNombre = new QLineEdit(this);
     txtNombre->setObjectName(QStringLiteral("txtNombre"));
-    txtNombre->setMaxLength(LargoNombre);
+    vbui::limitarLongitud(txtNombre, LargoNombre);
     txtNombre->setMinimumWidth(280);
     lblNombre = vbui::fila(grid, QStringLiteral("Nombre:"), txtNombre, QStringLiteral("lblNombre"));
     auto* buttons = vbui::botones(this, QStringLiteral("cmdAceptar"), QStringLiteral("cmdCancel"), &cmdAceptar, &cmdCancel);

@@ -1,5 +1,7 @@
 #pragma once
 
+#include "vb/vb.h"
+
 #include <QObject>
 #include <QString>
 
@@ -41,9 +43,9 @@ public:
     void setFK_Metrica(int value) { m_fkMetrica = value; }
 
     double Dia_Min() const { return m_periodos[Dia].min; }
-    void setDia_Min(double value) { m_periodos[Dia].min = value; }
+    void setDia_Min(double value) { m_periodos[Dia].min = vb::Finito(value); }
     double Dia_Max() const { return m_periodos[Dia].max; }
-    void setDia_Max(double value) { m_periodos[Dia].max = value; }
+    void setDia_Max(double value) { m_periodos[Dia].max = vb::Finito(value); }
     int Dia_Color() const { return m_periodos[Dia].color; }
     void setDia_Color(int value) { m_periodos[Dia].color = value; }
     int Dia_ColorDebajo() const { return m_periodos[Dia].colorDebajo; }
@@ -52,9 +54,9 @@ public:
     void setDia_ColorArriba(int value) { m_periodos[Dia].colorArriba = value; }
 
     double Semana_Min() const { return m_periodos[Semana].min; }
-    void setSemana_Min(double value) { m_periodos[Semana].min = value; }
+    void setSemana_Min(double value) { m_periodos[Semana].min = vb::Finito(value); }
     double Semana_Max() const { return m_periodos[Semana].max; }
-    void setSemana_Max(double value) { m_periodos[Semana].max = value; }
+    void setSemana_Max(double value) { m_periodos[Semana].max = vb::Finito(value); }
     int Semana_Color() const { return m_periodos[Semana].color; }
     void setSemana_Color(int value) { m_periodos[Semana].color = value; }
     int Semana_ColorDebajo() const { return m_periodos[Semana].colorDebajo; }
@@ -63,9 +65,9 @@ public:
     void setSemana_ColorArriba(int value) { m_periodos[Semana].colorArriba = value; }
 
     double Mes_Min() const { return m_periodos[Mes].min; }
-    void setMes_Min(double value) { m_periodos[Mes].min = value; }
+    void setMes_Min(double value) { m_periodos[Mes].min = vb::Finito(value); }
     double Mes_Max() const { return m_periodos[Mes].max; }
-    void setMes_Max(double value) { m_periodos[Mes].max = value; }
+    void setMes_Max(double value) { m_periodos[Mes].max = vb::Finito(value); }
     int Mes_Color() const { return m_periodos[Mes].color; }
     void setMes_Color(int value) { m_periodos[Mes].color = value; }
     int Mes_ColorDebajo() const { return m_periodos[Mes].colorDebajo; }
@@ -74,9 +76,9 @@ public:
     void setMes_ColorArriba(int value) { m_periodos[Mes].colorArriba = value; }
 
     double Ano_Min() const { return m_periodos[Ano].min; }
-    void setAno_Min(double value) { m_periodos[Ano].min = value; }
+    void setAno_Min(double value) { m_periodos[Ano].min = vb::Finito(value); }
     double Ano_Max() const { return m_periodos[Ano].max; }
-    void setAno_Max(double value) { m_periodos[Ano].max = value; }
+    void setAno_Max(double value) { m_periodos[Ano].max = vb::Finito(value); }
     int Ano_Color() const { return m_periodos[Ano].color; }
     void setAno_Color(int value) { m_periodos[Ano].color = value; }
     int Ano_ColorDebajo() const { return m_periodos[Ano].colorDebajo; }

@@ -7,8 +7,10 @@
 #include "pasos.h"
 #include "registrotabla.h"
 #include "vendimarbi.h"
+#include "vb/texto.h"
 
 #include <QMetaObject>
+#include <QMetaProperty>
 
 namespace {
 
@@ -42,6 +44,23 @@ void llamarConfiguracion(QObject* configuracion, const char* metodo, QObject* cn
         QMetaObject::invokeMethod(configuracion, metodo, Qt::DirectConnection, Q_ARG(QObject*, cnx),
                                   Q_ARG(int, clave));
     });
+}
+
+// Whether every text of the configuration can be stored as it is. One that
+// cannot would make the new configuration row fail after the old one is
+// deleted, so the indicator refuses it before writing anything.
+bool textosEnteros(const QObject* configuracion)
+{
+    if (!configuracion)
+        return true;
+    const QMetaObject* meta = configuracion->metaObject();
+    for (int i = meta->propertyOffset(); i < meta->propertyCount(); ++i) {
+        const QMetaProperty property = meta->property(i);
+        if (property.metaType().id() == QMetaType::QString
+            && !vb::almacenable(property.read(configuracion).toString()))
+            return false;
+    }
+    return true;
 }
 
 } // namespace
@@ -108,6 +127,8 @@ bool EIndicador::Load(QObject* cnx, int PK)
 
 bool EIndicador::Save(QObject* cnx)
 {
+    if (!textosEnteros(m_configuracion.data()))
+        return false;
     bool saved = false;
     model::paso([&] {
         RegistroTabla reg;

@@ -1,6 +1,7 @@
 #include "ematrizgrafico.h"
 
 #include "pasos.h"
+#include "vb/texto.h"
 
 #include <QStringList>
 
@@ -27,6 +28,9 @@ bool EMatrizGrafico::Load(QObject* cnx, int FK)
 // one; every other character goes through as typed.
 bool EMatrizGrafico::Save(QObject* cnx, int FK)
 {
+    // A title the database would give back altered is not stored at all.
+    if (!vb::almacenable(m_titulo))
+        return false;
     QStringList values{QString::number(FK)};
     for (int metrica : m_matriz)
         values << QString::number(metrica);

@@ -1,5 +1,7 @@
 #pragma once
 
+#include "vb/vb.h"
+
 #include <QObject>
 #include <QString>
 
@@ -32,21 +34,21 @@ public:
     void setDescendente(bool value) { m_descendente = value; }
 
     double Dia_Limite1() const { return m_limites[Dia][0]; }
-    void setDia_Limite1(double value) { m_limites[Dia][0] = value; }
+    void setDia_Limite1(double value) { m_limites[Dia][0] = vb::Finito(value); }
     double Dia_Limite2() const { return m_limites[Dia][1]; }
-    void setDia_Limite2(double value) { m_limites[Dia][1] = value; }
+    void setDia_Limite2(double value) { m_limites[Dia][1] = vb::Finito(value); }
     double Semana_Limite1() const { return m_limites[Semana][0]; }
-    void setSemana_Limite1(double value) { m_limites[Semana][0] = value; }
+    void setSemana_Limite1(double value) { m_limites[Semana][0] = vb::Finito(value); }
     double Semana_Limite2() const { return m_limites[Semana][1]; }
-    void setSemana_Limite2(double value) { m_limites[Semana][1] = value; }
+    void setSemana_Limite2(double value) { m_limites[Semana][1] = vb::Finito(value); }
     double Mes_Limite1() const { return m_limites[Mes][0]; }
-    void setMes_Limite1(double value) { m_limites[Mes][0] = value; }
+    void setMes_Limite1(double value) { m_limites[Mes][0] = vb::Finito(value); }
     double Mes_Limite2() const { return m_limites[Mes][1]; }
-    void setMes_Limite2(double value) { m_limites[Mes][1] = value; }
+    void setMes_Limite2(double value) { m_limites[Mes][1] = vb::Finito(value); }
     double Ano_Limite1() const { return m_limites[Ano][0]; }
-    void setAno_Limite1(double value) { m_limites[Ano][0] = value; }
+    void setAno_Limite1(double value) { m_limites[Ano][0] = vb::Finito(value); }
     double Ano_Limite2() const { return m_limites[Ano][1]; }
-    void setAno_Limite2(double value) { m_limites[Ano][1] = value; }
+    void setAno_Limite2(double value) { m_limites[Ano][1] = vb::Finito(value); }
 
     // Fills the object from the first row of that indicator; false, untouched, when there is none.
     Q_INVOKABLE bool Load(QObject* cnx, int FK);

@@ -1,5 +1,7 @@
 #pragma once
 
+#include "vb/vb.h"
+
 #include <QObject>
 #include <QPointer>
 
@@ -64,21 +66,21 @@ public:
     int PeriodoInicio() const { return m_periodoInicio; }
     void setPeriodoInicio(int value) { m_periodoInicio = value; }
     double Limite1() const { return m_limite[0]; }
-    void setLimite1(double value) { m_limite[0] = value; }
+    void setLimite1(double value) { m_limite[0] = vb::Finito(value); }
     double Limite2() const { return m_limite[1]; }
-    void setLimite2(double value) { m_limite[1] = value; }
+    void setLimite2(double value) { m_limite[1] = vb::Finito(value); }
     double Limite3() const { return m_limite[2]; }
-    void setLimite3(double value) { m_limite[2] = value; }
+    void setLimite3(double value) { m_limite[2] = vb::Finito(value); }
     double Limite4() const { return m_limite[3]; }
-    void setLimite4(double value) { m_limite[3] = value; }
+    void setLimite4(double value) { m_limite[3] = vb::Finito(value); }
     double Limite5() const { return m_limite[4]; }
-    void setLimite5(double value) { m_limite[4] = value; }
+    void setLimite5(double value) { m_limite[4] = vb::Finito(value); }
     double Limite6() const { return m_limite[5]; }
-    void setLimite6(double value) { m_limite[5] = value; }
+    void setLimite6(double value) { m_limite[5] = vb::Finito(value); }
     double Limite7() const { return m_limite[6]; }
-    void setLimite7(double value) { m_limite[6] = value; }
+    void setLimite7(double value) { m_limite[6] = vb::Finito(value); }
     double Limite8() const { return m_limite[7]; }
-    void setLimite8(double value) { m_limite[7] = value; }
+    void setLimite8(double value) { m_limite[7] = vb::Finito(value); }
     // The indicator the editors work on; a working reference only, never
     // stored and never set by Load.
     QObject* objIndicador() const { return m_objIndicador.data(); }

@@ -2,6 +2,7 @@
 
 #include "ado/adoerrors.h"
 #include "ado/connection.h"
+#include "ado/valorleido.h"
 #include "vb/texto.h"
 #include "vb/vb.h"
 
@@ -45,28 +46,39 @@ bool mismaClave(const QString& clave, const QString& nombre)
     return nombre.toLower() == clave;
 }
 
-QString placeholders(qsizetype count)
+// SQLite takes a leading U+FEFF or U+FFFE of a text bound as UTF-16, the way
+// Qt binds every text, for a byte-order mark: it drops the character or reads
+// the rest byte-swapped. So on SQLite a text goes in as its UTF-8 bytes, made
+// text again by the statement, which keeps every character as it was.
+bool comoBytes(ado::Dialect dialect, const QVariant& value)
 {
-    QString marks;
-    marks.reserve(2 * count);
-    for (qsizetype i = 0; i < count; ++i) {
-        if (i > 0)
-            marks += QLatin1Char(',');
-        marks += QLatin1Char('?');
+    return dialect == ado::Dialect::SQLite && value.typeId() == QMetaType::QString;
+}
+
+// The placeholder for a value.
+QString marca(ado::Dialect dialect, const QVariant& value)
+{
+    return comoBytes(dialect, value) ? QStringLiteral("CAST(? AS TEXT)") : QStringLiteral("?");
+}
+
+// The values as they are bound to their placeholders.
+QVariantList enlazables(ado::Dialect dialect, QVariantList values)
+{
+    for (QVariant& value : values) {
+        if (comoBytes(dialect, value) && !value.isNull()) {
+            const QString text = value.toString();
+            // An empty text stays an empty text, never a NULL.
+            value = text.isEmpty() ? QByteArray("") : text.toUtf8();
+        }
     }
-    return marks;
+    return values;
 }
 
 // Binds values in order and runs a statement prepared once per connection.
 QSqlQuery& run(ado::Connection& cnx, const QString& sql, const QVariantList& values)
 {
     cnx.record(sql);
-    QSqlQuery& query = cnx.prepared(sql);
-    for (int i = 0; i < values.size(); ++i)
-        query.bindValue(i, values.at(i));
-    if (!query.exec())
-        throw vb::AutomationError(ado::ErrProvider, query.lastError().text());
-    return query;
+    return cnx.runPrepared(sql, enlazables(cnx.dialect(), values));
 }
 
 } // namespace
@@ -160,7 +172,7 @@ bool RegistroTabla::Buscar(int clave, const QString& filtro, QObject* cnx, int /
             const QSqlRecord record = query.record();
             m_row.reserve(record.count());
             for (int i = 0; i < record.count(); ++i) {
-                const QVariant value = record.value(i);
+                const QVariant value = ado::valorLeido(query, i);
                 poner(vb::minusculas(record.fieldName(i)), value.isNull() ? vb::Null() : value);
             }
             m_pk = valor(KeyColumn).toInt();
@@ -231,8 +243,11 @@ QString RegistroTabla::GUID() const
 }
 
 // A text may not exceed its declared length: refusing beats truncating silently.
+// Nor may it hold what the database would give back altered.
 bool RegistroTabla::fits(const Field* field, const QVariant& value)
 {
+    if (value.typeId() == QMetaType::QString && !vb::almacenable(value.toString()))
+        return false;
     if (!field || field->kind != cTexto || field->length <= 0 || vb::isNull(value))
         return true;
     // A text has no more characters than UTF-16 units: only a text longer in
@@ -311,12 +326,16 @@ bool RegistroTabla::insertRow(ado::Connection& cnx)
         keys.append(GuidColumn);
         values.append(nuevoGuid());
     }
+    QStringList marks;
+    marks.reserve(values.size());
+    for (const QVariant& value : std::as_const(values))
+        marks.append(marca(cnx.dialect(), value));
     const QString list = columns.join(QLatin1Char(','));
     const QString sql = cnx.dialect() == ado::Dialect::SqlServer
         ? QStringLiteral("INSERT INTO %1 (%2) OUTPUT INSERTED.Sys_PK VALUES (%3)")
-              .arg(m_table, list, placeholders(values.size()))
+              .arg(m_table, list, marks.join(QLatin1Char(',')))
         : QStringLiteral("INSERT INTO %1 (%2) VALUES (%3) RETURNING Sys_PK")
-              .arg(m_table, list, placeholders(values.size()));
+              .arg(m_table, list, marks.join(QLatin1Char(',')));
     QSqlQuery& query = run(cnx, sql, values);
     if (!query.next())
         return false;
@@ -341,8 +360,8 @@ bool RegistroTabla::updateRow(ado::Connection& cnx)
     QStringList sets;
     QVariantList values;
     for (const QString& key : std::as_const(m_assigned)) {
-        sets.append(key + QStringLiteral("=?"));
         values.append(typed(declared(key), valor(key)));
+        sets.append(key + QLatin1Char('=') + marca(cnx.dialect(), values.constLast()));
     }
     values.append(m_pk);
     const QString sql = QStringLiteral("UPDATE %1 SET %2 WHERE Sys_PK=?").arg(m_table, sets.join(QLatin1Char(',')));

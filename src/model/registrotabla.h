@@ -80,9 +80,10 @@ private:
     QVariant valor(const QString& clave) const;
     // Sets a column of the current row, adding it when the row lacks it.
     void poner(const QString& clave, const QVariant& valor);
-    // Whether the value fits the column's declared length, and the value as
-    // the column's declared kind; a column nobody declared (nullptr) takes
-    // any value as it is.
+    // Whether the value can be stored as it is (no text the database would
+    // give back altered, none longer than its column's declared length), and the
+    // value as the column's declared kind; a column nobody declared (nullptr)
+    // takes any other value as it is.
     static bool fits(const Field* field, const QVariant& value);
     static QVariant typed(const Field* field, const QVariant& value);
     bool insertRow(ado::Connection& cnx);

@@ -337,4 +337,11 @@ double Int(double value)
     return std::floor(value);
 }
 
+double Finito(double value)
+{
+    if (!std::isfinite(value))
+        raise(ErrOverflow);
+    return value;
+}
+
 } // namespace vb

@@ -34,4 +34,15 @@ QString minusculas(const QString& texto)
     return resultado;
 }
 
+bool almacenable(QStringView texto)
+{
+    if (!texto.isValidUtf16())
+        return false;
+    for (const QChar c : texto) {
+        if (c.unicode() >= 0xFFFE)
+            return false;
+    }
+    return true;
+}
+
 } // namespace vb

@@ -14,4 +14,10 @@ QString Trim(const QString& text);
 // other text takes toLower itself.
 QString minusculas(const QString& texto);
 
+// Whether a database gives the text back exactly as it was stored: no half
+// of a surrogate pair, which no database encoding can hold (each driver
+// stores something else in its place), and neither of the noncharacters
+// U+FFFE and U+FFFF, which SQLite gives back as U+FFFD.
+bool almacenable(QStringView texto);
+
 } // namespace vb

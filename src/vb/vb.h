@@ -35,6 +35,9 @@ short CInt(double value);
 int CLng(double value);
 // Rounding toward minus infinity.
 double Int(double value);
+// The value a Double property takes: an automation Double is a finite number,
+// so NaN and the infinities raise 6 as a value out of range.
+double Finito(double value);
 
 // --- Dates (automation dates: days since 1899-12-30) ------------------------
 // DateSerial: two-digit years first (0-29 -> 2000-2029, 30-99 -> 1930-1999),

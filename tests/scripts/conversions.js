@@ -104,4 +104,21 @@ assert(JSON.parse(JSON.stringify(metrica)).Nombre === "Objeto");
 
 // A list from the component is an array.
 assert(Array.isArray(um.asked));
+
+// A double property takes finite numbers only: NaN and the infinities are out
+// of range, and the property keeps what it had.
+var placed = CreateObject("VendimarBI.ETabIndicador");
+var bar = CreateObject("VendimarBI.EBarraProgreso");
+var light = CreateObject("VendimarBI.ESemaforo");
+placed.Limite1 = 2.5;
+bar.Dia_Min = 2.5;
+light.Dia_Limite1 = 2.5;
+[NaN, Infinity, -Infinity].forEach(function (value) {
+    assert(errorOf(function () { placed.Limite1 = value; }) === 6, "Limite1 = " + value);
+    assert(errorOf(function () { bar.Dia_Min = value; }) === 6, "Dia_Min = " + value);
+    assert(errorOf(function () { light.Dia_Limite1 = value; }) === 6, "Dia_Limite1 = " + value);
+});
+assert(placed.Limite1 === 2.5 && bar.Dia_Min === 2.5 && light.Dia_Limite1 === 2.5);
+placed.Limite1 = 1.7976931348623157e308;
+assert(placed.Limite1 === 1.7976931348623157e308, "the largest double is still a double");
 print("conversions ok");
