@@ -1,10 +1,7 @@
 #include "fotobiblioteca.h"
 
-#include "ado/adoerrors.h"
 #include "ado/connection.h"
-#include "vb/automationerror.h"
 
-#include <QSqlError>
 #include <QSqlQuery>
 #include <QSqlRecord>
 
@@ -12,9 +9,7 @@ namespace {
 
 QList<FotoBiblioteca::Fila> filas(ado::Connection& conexion, const QString& sql)
 {
-    QSqlQuery query = conexion.newQuery();
-    if (!query.exec(sql))
-        throw vb::AutomationError(ado::ErrProvider, query.lastError().text());
+    QSqlQuery query = conexion.runText(sql);
     QList<FotoBiblioteca::Fila> resultado;
     while (query.next()) {
         const QSqlRecord record = query.record();

@@ -7,7 +7,6 @@
 #include "vb/automationerror.h"
 
 #include <QMetaProperty>
-#include <QSqlError>
 #include <QSqlQuery>
 #include <QSqlRecord>
 
@@ -297,9 +296,7 @@ void ImportadorPaquete::leerExistentes()
         {"I", "SELECT Sys_PK, COALESCE(uf_Nombre, ''), uf_Tipo, uf_FK_Perspectiva FROM ut_bi_Indicador ORDER BY Sys_PK DESC"},
         {"T", "SELECT Sys_PK, COALESCE(uf_Nombre, ''), uf_FK_Usuario FROM ut_bi_Tablero ORDER BY Sys_PK DESC"}};
     for (const auto& consulta : consultas) {
-        QSqlQuery query = m_conexion->newQuery();
-        if (!query.exec(QLatin1String(consulta.sql)))
-            throw Rechazo{QStringLiteral("The library could not be read: %1").arg(query.lastError().text())};
+        QSqlQuery query = leer(QLatin1String(consulta.sql), {});
         while (query.next()) {
             QStringList partes{QLatin1String(consulta.prefijo)};
             for (int i = 1; i < query.record().count(); ++i)
@@ -316,23 +313,27 @@ int ImportadorPaquete::existente(const QStringList& identidad) const
 
 void ImportadorPaquete::conservarGuid(int metrica, const QString& guid, const QString& donde)
 {
-    QSqlQuery query = m_conexion->newQuery();
-    query.prepare(QStringLiteral("UPDATE ut_bi_Metrica SET Sys_GUID=? WHERE Sys_PK=?"));
-    query.addBindValue(guid);
-    query.addBindValue(metrica);
-    if (!query.exec())
+    try {
+        m_conexion->runPrepared(QStringLiteral("UPDATE ut_bi_Metrica SET Sys_GUID=? WHERE Sys_PK=?"),
+                                {guid, metrica});
+    } catch (const vb::AutomationError&) {
         throw Rechazo{QStringLiteral("The GUID of %1 could not be kept.").arg(donde)};
+    }
 }
 
 int ImportadorPaquete::buscar(const QString& sql, const QVariantList& valores)
 {
-    QSqlQuery query = m_conexion->newQuery();
-    query.prepare(sql);
-    for (const QVariant& valor : valores)
-        query.addBindValue(valor);
-    if (!query.exec())
-        throw Rechazo{QStringLiteral("The library could not be read: %1").arg(sql)};
+    QSqlQuery query = leer(sql, valores);
     return query.next() ? query.value(0).toInt() : 0;
+}
+
+QSqlQuery ImportadorPaquete::leer(const QString& sql, const QVariantList& valores)
+{
+    try {
+        return valores.isEmpty() ? m_conexion->runText(sql) : m_conexion->runPrepared(sql, valores);
+    } catch (const vb::AutomationError& error) {
+        throw Rechazo{QStringLiteral("The library could not be read: %1").arg(error.description())};
+    }
 }
 
 int ImportadorPaquete::remapear(const QHash<int, int>& mapa, int clave, const QString& que, const QString& donde)

@@ -9,6 +9,7 @@
 #include <memory>
 
 class QObject;
+class QSqlQuery;
 namespace ado {
 class Connection;
 }
@@ -63,6 +64,8 @@ private:
     void conservarGuid(int metrica, const QString& guid, const QString& donde);
     // The first key the query finds, 0 when none.
     int buscar(const QString& sql, const QVariantList& valores);
+    // The rows of a query; an SQL error refuses the import.
+    QSqlQuery leer(const QString& sql, const QVariantList& valores);
     // The new key of a bundle key, 0 (with a note) for one the bundle lacks.
     int remapear(const QHash<int, int>& mapa, int clave, const QString& que, const QString& donde);
     void pedirDerecho(int tipo);
