@@ -1,0 +1,33 @@
+#include "rotulo.h"
+
+#include <QFontMetricsF>
+#include <QPainter>
+
+QFont Rotulo::fuente(qreal alto, bool negrita)
+{
+    QFont font(QStringLiteral("DejaVu Sans"));
+    font.setPixelSize(qMax(1, qRound(qMax(MinimoLegible, alto * 0.8))));
+    font.setBold(negrita);
+    return font;
+}
+
+void Rotulo::escribir(QPainter* painter, const QRectF& caja, const QString& texto, Qt::Alignment alineacion,
+                      QFont fuente)
+{
+    if (caja.width() < 1 || caja.height() < 1 || texto.isEmpty())
+        return;
+    int tamano = qMin(fuente.pixelSize(), qMax(1, qFloor(caja.height())));
+    fuente.setPixelSize(tamano);
+    // Text width grows with the font size, so one measurement finds the size that fits.
+    const qreal ancho = QFontMetricsF(fuente).horizontalAdvance(texto);
+    if (ancho > caja.width()) {
+        tamano = qMax(qRound(MinimoLegible), qFloor(tamano * caja.width() / ancho));
+        fuente.setPixelSize(tamano);
+    }
+    const QString visible = QFontMetricsF(fuente).elidedText(texto, Qt::ElideRight, caja.width());
+    painter->save();
+    painter->setFont(fuente);
+    painter->setClipRect(caja, Qt::IntersectClip);
+    painter->drawText(caja, alineacion | Qt::TextSingleLine, visible);
+    painter->restore();
+}
