@@ -4,38 +4,22 @@
 #include "fuentevalores.h"
 #include "model/ematrizgrafico.h"
 #include "model/emetrica.h"
+#include "metricasconfiguracion.h"
 #include "rotulo.h"
 
 #include <QPainter>
 #include <QVariant>
-
-namespace {
-
-// Keys of one group of the configuration: "Matriz_Metrica" 1 to 10 or
-// "Grafico_Metrica" 1 to 5; empty slots hold 0.
-QList<int> claves(const EMatrizGrafico* matriz, const char* prefijo, int cantidad)
-{
-    QList<int> result;
-    for (int i = 1; matriz && i <= cantidad; ++i) {
-        const int clave = matriz->property((QByteArray(prefijo) + QByteArray::number(i)).constData()).toInt();
-        if (clave != 0)
-            result.append(clave);
-    }
-    return result;
-}
-
-} // namespace
 
 DibujoMatriz::DibujoMatriz(const EMatrizGrafico* matriz, const QHash<int, const EMetrica*>& metricas,
                            const FuenteValores& valores, int periodo)
     : m_tipo(matriz ? matriz->Grafico_Tipo() : 0)
     , m_titulo(matriz ? matriz->Grafico_Titulo() : QString())
 {
-    for (int clave : claves(matriz, "Matriz_Metrica", EMatrizGrafico::MetricasMatriz)) {
+    for (int clave : MetricasConfiguracion::matriz(matriz)) {
         const FormatoMetrica formato(metricas.value(clave));
         m_filas.append({formato.titulo(), formato.texto(valores.valor({clave, periodo, 0, 0, 0}))});
     }
-    for (int clave : claves(matriz, "Grafico_Metrica", EMatrizGrafico::MetricasGrafico)) {
+    for (int clave : MetricasConfiguracion::grafico(matriz)) {
         Serie serie{FormatoMetrica(metricas.value(clave)).titulo(), {}};
         for (int atras = Historia - 1; atras >= 0; --atras)
             serie.valores.append(valores.valor({clave, periodo, atras, 0, 0}));
@@ -47,7 +31,8 @@ void DibujoMatriz::pintarFilas(QPainter* painter, const QRectF& area) const
 {
     if (m_filas.isEmpty())
         return;
-    const qreal alto = area.height() / m_filas.size();
+    // Rows keep the height of a line of text; a few metrics do not stretch over the whole tile.
+    const qreal alto = qMin<qreal>(area.height() / m_filas.size(), 20);
     const qreal linea = qBound<qreal>(Rotulo::MinimoLegible, alto, 16);
     painter->save();
     for (int i = 0; i < m_filas.size(); ++i) {

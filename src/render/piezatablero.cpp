@@ -12,6 +12,7 @@
 #include "model/esemaforo.h"
 #include "model/etabindicador.h"
 #include "model/vendimarbi.h"
+#include "metricasconfiguracion.h"
 #include "periodos.h"
 #include "rotulo.h"
 
@@ -29,17 +30,6 @@ template <typename T>
 const T* configuracion(const DatosPieza& datos)
 {
     return datos.indicador ? qobject_cast<const T*>(datos.indicador->Configuracion()) : nullptr;
-}
-
-QList<int> clavesMatriz(const EMatrizGrafico* matriz)
-{
-    QList<int> claves;
-    for (int i = 1; i <= EMatrizGrafico::MetricasMatriz; ++i)
-        claves.append(matriz->property(("Matriz_Metrica" + QByteArray::number(i)).constData()).toInt());
-    for (int i = 1; i <= EMatrizGrafico::MetricasGrafico; ++i)
-        claves.append(matriz->property(("Grafico_Metrica" + QByteArray::number(i)).constData()).toInt());
-    claves.removeAll(0);
-    return claves;
 }
 
 } // namespace
@@ -103,16 +93,13 @@ QString PiezaTablero::buscarAveria() const
         return QStringLiteral("«%1» no tiene configuración guardada").arg(nombre);
     switch (m_datos.indicador->Tipo()) {
     case cBarraProgreso:
-    case cSemaforo: {
-        const QObject* config = m_datos.indicador->Configuracion();
-        const int metrica = config ? config->property("FK_Metrica").toInt() : 0;
-        if (metrica == 0)
+    case cSemaforo:
+        if (metricaPrincipal() == 0)
             return QStringLiteral("«%1» no tiene métrica").arg(nombre);
-        return metricaPerdida({metrica});
-    }
+        return metricaPerdida({metricaPrincipal()});
     case cMatrizGrafico:
         if (const auto* matriz = configuracion<EMatrizGrafico>(m_datos))
-            return metricaPerdida(clavesMatriz(matriz));
+            return metricaPerdida(MetricasConfiguracion::todas(matriz));
         return QStringLiteral("«%1» no tiene configuración").arg(nombre);
     default:
         return QStringLiteral("«%1» es de un tipo desconocido (%2)").arg(nombre).arg(m_datos.indicador->Tipo());
@@ -127,27 +114,32 @@ QString PiezaTablero::metricaPerdida(const QList<int>& claves) const
     return QString();
 }
 
-double PiezaTablero::valorDe(int metrica, double minimo, double maximo) const
+// The metric a bar or a light shows.
+int PiezaTablero::metricaPrincipal() const
 {
-    return m_valores->valor({metrica, m_periodo, 0, minimo, maximo});
+    const QObject* config = m_datos.indicador ? m_datos.indicador->Configuracion() : nullptr;
+    return config ? config->property("FK_Metrica").toInt() : 0;
+}
+
+// The value of that metric for the current period, asked with the period's bounds.
+double PiezaTablero::valorActual(int metrica) const
+{
+    return m_valores->valor({metrica, m_periodo, 0, Periodos::limiteInferior(m_datos.colocado, m_periodo),
+                             Periodos::limiteSuperior(m_datos.colocado, m_periodo)});
 }
 
 DibujoBarra PiezaTablero::barra() const
 {
-    const auto* config = configuracion<EBarraProgreso>(m_datos);
-    const int metrica = config ? config->FK_Metrica() : 0;
-    const double valor = valorDe(metrica, Periodos::limiteInferior(m_datos.colocado, m_periodo),
-                                 Periodos::limiteSuperior(m_datos.colocado, m_periodo));
-    return DibujoBarra(m_datos.colocado, config, FormatoMetrica(m_datos.metricas.value(metrica)), m_periodo, valor);
+    const int metrica = metricaPrincipal();
+    return DibujoBarra(m_datos.colocado, configuracion<EBarraProgreso>(m_datos),
+                       FormatoMetrica(m_datos.metricas.value(metrica)), m_periodo, valorActual(metrica));
 }
 
 DibujoSemaforo PiezaTablero::semaforo() const
 {
-    const auto* config = configuracion<ESemaforo>(m_datos);
-    const int metrica = config ? config->FK_Metrica() : 0;
-    const double valor = valorDe(metrica, Periodos::limiteInferior(m_datos.colocado, m_periodo),
-                                 Periodos::limiteSuperior(m_datos.colocado, m_periodo));
-    return DibujoSemaforo(m_datos.colocado, config, FormatoMetrica(m_datos.metricas.value(metrica)), m_periodo, valor);
+    const int metrica = metricaPrincipal();
+    return DibujoSemaforo(m_datos.colocado, configuracion<ESemaforo>(m_datos),
+                          FormatoMetrica(m_datos.metricas.value(metrica)), m_periodo, valorActual(metrica));
 }
 
 DibujoMatriz PiezaTablero::matriz() const

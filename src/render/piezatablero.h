@@ -50,7 +50,8 @@ public:
 private:
     QString buscarAveria() const;
     QString metricaPerdida(const QList<int>& claves) const;
-    double valorDe(int metrica, double minimo, double maximo) const;
+    int metricaPrincipal() const;
+    double valorActual(int metrica) const;
     struct Pestana {
         int periodo;
         QRectF caja;

@@ -18,11 +18,14 @@ void Rotulo::escribir(QPainter* painter, const QRectF& caja, const QString& text
         return;
     int tamano = qMin(fuente.pixelSize(), qMax(1, qFloor(caja.height())));
     fuente.setPixelSize(tamano);
-    // Text width grows with the font size, so one measurement finds the size that fits.
+    // Text width grows with the font size, so one measurement finds the size
+    // that fits; it shrinks by a quarter at most, since a long name set in a
+    // tiny face is no easier to read than one cut short.
     const qreal ancho = QFontMetricsF(fuente).horizontalAdvance(texto);
     if (ancho > caja.width()) {
-        tamano = qMax(qRound(MinimoLegible), qFloor(tamano * caja.width() / ancho));
-        fuente.setPixelSize(tamano);
+        const int menor = qMax(qRound(MinimoLegible), qCeil(tamano * 0.75));
+        tamano = qMax(menor, qFloor(tamano * caja.width() / ancho));
+        fuente.setPixelSize(qMin(fuente.pixelSize(), tamano));
     }
     const QString visible = QFontMetricsF(fuente).elidedText(texto, Qt::ElideRight, caja.width());
     painter->save();
