@@ -356,6 +356,32 @@ private slots:
         QVERIFY2(sombras > 20, qPrintable(QString::number(sombras)));
     }
 
+    void smallMatrixTileDrawsItsChartAsAThumbnail_data()
+    {
+        QTest::addColumn<int>("tipo");
+        QTest::newRow("Líneas 2D") << int(cLineas2D);
+        QTest::newRow("Barras 2D") << int(cBarras2D);
+        QTest::newRow("Pastel") << int(cPie2D);
+    }
+
+    void smallMatrixTileDrawsItsChartAsAThumbnail()
+    {
+        QFETCH(int, tipo);
+        auto indicador = matriz(tipo, 1);
+        ValoresMuestra muestra;
+        PiezaTablero pieza(datos(indicador.get()), muestra);
+        const QImage imagen = pintado([&](QPainter* p, const QRectF& r) { pieza.pintar(p, r); }, QSize(150, 70));
+        // The first series' colour (blue, softened at the edges of thin lines)
+        // shows in the right part of the body, where the chart goes.
+        int pintados = 0;
+        for (int y = 20; y < 60; ++y)
+            for (int x = 75; x < 150; ++x) {
+                const QColor c = imagen.pixelColor(x, y);
+                pintados += c.blue() > c.red() + 60 && c.blue() > 150;
+            }
+        QVERIFY2(pintados > 8, qPrintable(QString::number(pintados)));
+    }
+
     void tileOffersOnlyThePeriodsItsPlacementShows()
     {
         colocado.setMuestra_Semana(false);

@@ -31,6 +31,7 @@ QList<DatosPieza> LectorPiezas::leer(const QList<const ETabIndicador*>& colocado
         cargar(m_indicadores, cIndicador, clave);
     }
     leerConfiguraciones(nuevos);
+    leerMetricas();
     QList<DatosPieza> result;
     for (const ETabIndicador* colocado : colocados) {
         DatosPieza datos;
@@ -80,12 +81,45 @@ void LectorPiezas::leerConfiguraciones(const QList<int>& indicadores)
         m_configurados.insert(m_engine->fieldValue(rs, QStringLiteral("uf_FK_Indicador")).toInt());
 }
 
+// A dashboard's matrices name up to fifteen metrics each, so the metrics are
+// read in one query, and only the columns a tile shows: the source text,
+// which may be long, stays in the database.
+void LectorPiezas::leerMetricas()
+{
+    QList<int> faltan;
+    for (const auto& [clave, indicador] : m_indicadores)
+        for (int metrica : MetricasConfiguracion::todas(indicador ? indicador->property("Configuracion").value<QObject*>() : nullptr))
+            if (m_metricas.find(metrica) == m_metricas.end() && !faltan.contains(metrica))
+                faltan.append(metrica);
+    if (faltan.isEmpty())
+        return;
+    QStringList claves;
+    for (int clave : faltan) {
+        claves.append(QString::number(clave));
+        m_metricas[clave].reset();
+    }
+    std::unique_ptr<QObject> abierto(m_engine->OpenRecordset(
+        QStringLiteral("SELECT Sys_PK, uf_Nombre, uf_Titulo, uf_Decimales, uf_Formato FROM ut_bi_Metrica WHERE Sys_PK IN (%1)")
+            .arg(claves.join(QLatin1Char(','))),
+        m_engine->ADOCnn()));
+    auto* rs = qobject_cast<ado::Recordset*>(abierto.get());
+    for (; rs && !rs->atEnd(); rs->MoveNext()) {
+        auto metrica = std::make_unique<EMetrica>();
+        metrica->setSys_PK(m_engine->fieldValue(rs, QStringLiteral("Sys_PK")).toInt());
+        metrica->setNombre(m_engine->fieldValue(rs, QStringLiteral("uf_Nombre")).toString());
+        metrica->setTitulo(m_engine->fieldValue(rs, QStringLiteral("uf_Titulo")).toString());
+        metrica->setDecimales(static_cast<short>(m_engine->fieldValue(rs, QStringLiteral("uf_Decimales")).toInt()));
+        metrica->setFormato(m_engine->fieldValue(rs, QStringLiteral("uf_Formato")).toString());
+        m_metricas[metrica->Sys_PK()] = std::move(metrica);
+    }
+}
+
 QHash<int, const EMetrica*> LectorPiezas::metricasDe(const EIndicador* indicador)
 {
     QHash<int, const EMetrica*> metricas;
     for (int clave : MetricasConfiguracion::todas(indicador ? indicador->Configuracion() : nullptr))
-        if (const auto* metrica = qobject_cast<const EMetrica*>(cargar(m_metricas, cMetrica, clave)))
-            metricas.insert(clave, metrica);
+        if (auto encontrada = m_metricas.find(clave); encontrada != m_metricas.end() && encontrada->second)
+            metricas.insert(clave, encontrada->second.get());
     return metricas;
 }
 

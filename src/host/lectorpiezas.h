@@ -1,5 +1,6 @@
 #pragma once
 
+#include "model/emetrica.h"
 #include "render/datospieza.h"
 
 #include <QList>
@@ -15,7 +16,7 @@ class QObject;
 // placement's indicator, whether its configuration row exists, the metrics
 // the configuration names and the description of the host entity the tile is
 // computed for. Every indicator, perspective and metric is read once however
-// often it is placed. It keeps what it read for as long as the tiles live.
+// often it is placed, and all the metrics in one query. It keeps what it read for as long as the tiles live.
 class LectorPiezas {
 public:
     explicit LectorPiezas(EEngine* engine);
@@ -26,13 +27,14 @@ public:
 private:
     const QObject* cargar(std::map<int, std::unique_ptr<QObject>>& cache, int tipo, int clave);
     void leerConfiguraciones(const QList<int>& indicadores);
+    void leerMetricas();
     QHash<int, const EMetrica*> metricasDe(const EIndicador* indicador);
     QString entidadDe(const ETabIndicador* colocado, const EIndicador* indicador);
 
     EEngine* m_engine;
     // A key that names no row maps to none, so it is asked once only.
     std::map<int, std::unique_ptr<QObject>> m_indicadores;
-    std::map<int, std::unique_ptr<QObject>> m_metricas;
+    std::map<int, std::unique_ptr<EMetrica>> m_metricas;
     std::map<int, std::unique_ptr<QObject>> m_perspectivas;
     QSet<int> m_configurados;
 };

@@ -34,7 +34,7 @@ int usage()
              "                               the rights named after --deny are refused\n"
              "  vbi init-db [URL] [--demo]   create the nine ut_bi_ tables (and the sample library)\n"
              "  vbi default-url              print the URL of the default database\n"
-             "  vbi screenshots DIR          render every dialog, filled with sample data, to PNG files\n"
+             "  vbi screenshots DIR          render every dialog and the sample dashboard, filled with sample data, to PNG files\n"
              "  vbi script FILE.js [URL] [--time-limit SECONDS]\n"
              "                               run a JavaScript file against the automation objects\n"
              "                               (DatabaseUrl holds URL; default time limit 60 s)\n"

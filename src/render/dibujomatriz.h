@@ -35,8 +35,11 @@ public:
     int tipoGrafico() const { return m_tipo; }
     QString tituloGrafico() const { return m_titulo; }
 
-    // The matrix part only; the chart is drawn by the chart it feeds.
+    // The matrix part: as many rows as fit at a readable height.
     void pintarFilas(QPainter* painter, const QRectF& area) const;
+    // A chart too small for axes and a legend: the same kind drawn as bare
+    // shapes, which is all a reader can take from a thumbnail anyway.
+    void pintarMiniatura(QPainter* painter, const QRectF& area) const;
 
 private:
     QList<Fila> m_filas;

@@ -15,6 +15,11 @@ class QRectF;
 // configuration's chart title. A kind outside those four is drawn as flat bars.
 class GraficoMatriz {
 public:
+    // Below this size axes and legend leave no room for the chart: a tile
+    // that small draws a thumbnail instead.
+    static constexpr qreal AnchoMinimo = 110;
+    static constexpr qreal AltoMinimo = 70;
+
     explicit GraficoMatriz(const DibujoMatriz& dibujo);
     ~GraficoMatriz();
 

@@ -204,8 +204,13 @@ void PiezaTablero::pintarCuerpo(QPainter* painter, const QRectF& cuerpo)
         // Rows on the left, chart on the right; a tile without one of them gives all its room to the other.
         const qreal parte = dibujo.filas().isEmpty() ? 0 : dibujo.series().isEmpty() ? cuerpo.width() : cuerpo.width() * 0.42;
         dibujo.pintarFilas(painter, QRectF(cuerpo.topLeft(), QSizeF(parte, cuerpo.height())));
-        if (!dibujo.series().isEmpty())
-            grafico()->pintar(painter, cuerpo.adjusted(parte + 4, 0, 0, 0));
+        const QRectF zona = cuerpo.adjusted(parte + 4, 0, 0, 0);
+        if (dibujo.series().isEmpty())
+            break;
+        if (zona.width() < GraficoMatriz::AnchoMinimo || zona.height() < GraficoMatriz::AltoMinimo)
+            dibujo.pintarMiniatura(painter, zona);
+        else
+            grafico()->pintar(painter, zona);
         break;
     }
     default:

@@ -5,7 +5,9 @@
 
 QFont Rotulo::fuente(qreal alto, bool negrita)
 {
-    QFont font(QStringLiteral("DejaVu Sans"));
+    // Resolving a family by name is slow, and tiles ask for many fonts.
+    static const QFont Familia(QStringLiteral("DejaVu Sans"));
+    QFont font(Familia);
     font.setPixelSize(qMax(1, qRound(qMax(MinimoLegible, alto * 0.8))));
     font.setBold(negrita);
     return font;
