@@ -72,12 +72,13 @@ int CapturasTablero::escribir(EEngine& engine, int usuario, int tablero, const Q
     LectorPiezas lector(&engine);
     const ValoresMuestra muestras;
     static const char* const Periodos[] = {"dia", "semana", "mes", "ano"};
-    for (DatosPieza datos : lector.leer(colocados)) {
+    for (const DatosPieza& datos : lector.leer(colocados)) {
         for (int periodo = cDia; periodo <= cAno; ++periodo) {
             ETabIndicador copia;
             copiarEnPeriodo(*datos.colocado, copia, periodo);
-            datos.colocado = &copia;
-            PiezaTablero pieza(datos, muestras);
+            DatosPieza enPeriodo = datos;
+            enPeriodo.colocado = &copia;
+            PiezaTablero pieza(enPeriodo, muestras);
             QImage imagen(TamanoPieza, QImage::Format_ARGB32);
             imagen.fill(QColor(250, 250, 250));
             QPainter painter(&imagen);

@@ -55,7 +55,11 @@ DibujoBarra::DibujoBarra(const QObject* colocado, const EBarraProgreso* barra, c
 void DibujoBarra::pintar(QPainter* painter, const QRectF& area) const
 {
     const qreal linea = qBound<qreal>(Rotulo::MinimoLegible, area.height() / 4, 18);
-    const QRectF pista(area.left(), area.top() + linea * 1.2, area.width(), qMax<qreal>(4, area.height() - linea * 2.6));
+    // A bar thicker than a few lines of text only looks heavy: it stays at that
+    // and the bar, its value and its bounds are centred in the tile.
+    const qreal grosor = qBound<qreal>(4, area.height() - linea * 2.6, linea * 2.2);
+    const qreal arriba = area.top() + (area.height() - grosor - linea * 2.6) / 2;
+    const QRectF pista(area.left(), arriba + linea * 1.2, area.width(), grosor);
     const qreal interior = pista.width() * Extremo;
     painter->save();
     painter->setPen(Qt::NoPen);
@@ -77,7 +81,8 @@ void DibujoBarra::pintar(QPainter* painter, const QRectF& area) const
     painter->drawLine(QPointF(pista.right() - interior, pista.top()), QPointF(pista.right() - interior, pista.bottom()));
     painter->setPen(QColor(30, 30, 30));
     const qreal ancho = qMax<qreal>(linea * 4, area.width() / 3);
-    const QRectF cajaValor(qBound(area.left(), marca - ancho / 2, area.right() - ancho), area.top(), ancho, linea * 1.1);
+    const QRectF cajaValor(qBound(area.left(), marca - ancho / 2, area.right() - ancho), pista.top() - linea * 1.2, ancho,
+                           linea * 1.1);
     Rotulo::escribir(painter, cajaValor, m_textoValor, Qt::AlignCenter, Rotulo::fuente(linea, true));
     const QRectF pie(area.left(), pista.bottom() + linea * 0.2, area.width() / 2, linea * 1.1);
     painter->setPen(QColor(70, 70, 70));

@@ -28,6 +28,14 @@ QFont letraEjes()
     return Rotulo::fuente(9);
 }
 
+// Whole numbers on the value axis unless the figures are small enough for decimals to matter.
+void ajustarEje(QValueAxis* eje, double minimo, double maximo)
+{
+    eje->setRange(minimo, maximo > minimo ? maximo : minimo + 1);
+    eje->applyNiceNumbers();
+    eje->setLabelFormat(eje->max() - eje->min() >= 10 ? QStringLiteral("%.0f") : QStringLiteral("%.2f"));
+}
+
 } // namespace
 
 GraficoMatriz::GraficoMatriz(const DibujoMatriz& dibujo)
@@ -86,8 +94,7 @@ void GraficoMatriz::agregarLineas(const DibujoMatriz& dibujo)
         linea->attachAxis(ejeY);
         ++m_cantidad;
     }
-    ejeY->setRange(minimo, maximo > minimo ? maximo : minimo + 1);
-    ejeY->applyNiceNumbers();
+    ajustarEje(ejeY, minimo, maximo);
 }
 
 void GraficoMatriz::agregarBarras(const DibujoMatriz& dibujo)
@@ -112,8 +119,7 @@ void GraficoMatriz::agregarBarras(const DibujoMatriz& dibujo)
     auto* ejeY = new QValueAxis;
     ejeY->setLabelsFont(letraEjes());
     // Room above the tallest bar for the depth of a 3-D bar.
-    ejeY->setRange(minimo, maximo > minimo ? maximo * (m_profundidad ? 1.15 : 1.0) : minimo + 1);
-    ejeY->applyNiceNumbers();
+    ajustarEje(ejeY, minimo, m_profundidad ? maximo * 1.15 : maximo);
     m_chart->addAxis(ejeX, Qt::AlignBottom);
     m_chart->addAxis(ejeY, Qt::AlignLeft);
     barras->attachAxis(ejeX);

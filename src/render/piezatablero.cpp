@@ -169,8 +169,9 @@ void PiezaTablero::pintar(QPainter* painter, const QRectF& area)
     const QRectF cabecera = cabeceraDe(area);
     const qreal alto = cabecera.height();
     const qreal pie = esMuestra() ? qBound<qreal>(8, area.height() * 0.1, 13) : 2;
-    const QRectF cuerpo(area.left() + 6, cabecera.bottom() + 3, area.width() - 12,
-                        area.height() - alto - pie - 8);
+    QRectF cuerpo(area.left() + 6, cabecera.bottom() + 3, area.width() - 12, area.height() - alto - pie - 8);
+    // The entity gets a line of its own where the tile has room, else it follows the name.
+    const bool subtitulo = !m_datos.entidad.isEmpty() && cuerpo.height() > 50;
     painter->save();
     painter->setRenderHint(QPainter::Antialiasing);
     const bool rota = !m_averia.isEmpty();
@@ -178,7 +179,16 @@ void PiezaTablero::pintar(QPainter* painter, const QRectF& area)
     painter->setBrush(rota ? QColor(255, 238, 238) : QColor(Qt::white));
     painter->drawRoundedRect(area.adjusted(0.5, 0.5, -0.5, -0.5), 5, 5);
     painter->setClipRect(area);
-    pintarCabecera(painter, cabecera);
+    pintarCabecera(painter, cabecera, !subtitulo);
+    if (subtitulo) {
+        const qreal linea = qBound<qreal>(8, alto * 0.75, 14);
+        QFont fuente = Rotulo::fuente(linea);
+        fuente.setItalic(true);
+        painter->setPen(QColor(80, 90, 110));
+        Rotulo::escribir(painter, QRectF(cuerpo.topLeft(), QSizeF(cuerpo.width(), linea)), m_datos.entidad,
+                         Qt::AlignLeft | Qt::AlignVCenter, fuente);
+        cuerpo.setTop(cuerpo.top() + linea + 3);
+    }
     if (cuerpo.height() > 2 && cuerpo.width() > 2) {
         if (rota)
             pintarAveria(painter, cuerpo);
@@ -247,7 +257,7 @@ int PiezaTablero::periodoEn(const QRectF& area, const QPointF& punto) const
     return -1;
 }
 
-void PiezaTablero::pintarCabecera(QPainter* painter, const QRectF& cabecera) const
+void PiezaTablero::pintarCabecera(QPainter* painter, const QRectF& cabecera, bool conEntidad) const
 {
     const QList<Pestana> tabs = pestanas(cabecera);
     const QFont fuente = Rotulo::fuente(cabecera.height() * 0.8);
@@ -262,7 +272,7 @@ void PiezaTablero::pintarCabecera(QPainter* painter, const QRectF& cabecera) con
     const qreal titulo = (tabs.isEmpty() ? cabecera.right() : tabs.first().caja.left() - 4) - cabecera.left();
     QString texto = m_datos.indicador ? m_datos.indicador->Nombre()
                                       : QStringLiteral("Indicador %1").arg(m_datos.colocado ? m_datos.colocado->FK_Indicador() : 0);
-    if (!m_datos.entidad.isEmpty())
+    if (conEntidad && !m_datos.entidad.isEmpty())
         texto += QStringLiteral(" · ") + m_datos.entidad;
     painter->setPen(QColor(25, 35, 55));
     Rotulo::escribir(painter, QRectF(cabecera.topLeft(), QSizeF(titulo, cabecera.height())), texto,

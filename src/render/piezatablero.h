@@ -59,7 +59,7 @@ private:
     };
     static QRectF cabeceraDe(const QRectF& area);
     QList<Pestana> pestanas(const QRectF& cabecera) const;
-    void pintarCabecera(QPainter* painter, const QRectF& cabecera) const;
+    void pintarCabecera(QPainter* painter, const QRectF& cabecera, bool conEntidad) const;
     void pintarAveria(QPainter* painter, const QRectF& cuerpo) const;
     void pintarCuerpo(QPainter* painter, const QRectF& cuerpo);
     void pintarMarcaMuestra(QPainter* painter, const QRectF& area) const;
