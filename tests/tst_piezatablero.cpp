@@ -446,6 +446,7 @@ private slots:
         QTest::newRow("no metric") << 3 << QStringLiteral("«Avance de ventas» no tiene métrica");
         QTest::newRow("matrix metric gone") << 4 << QStringLiteral("La métrica 7 ya no existe");
         QTest::newRow("unknown kind") << 5 << QStringLiteral("«Avance de ventas» es de un tipo desconocido (9)");
+        QTest::newRow("unknown kind, name with placeholders") << 6 << QStringLiteral("«%2 y %1» es de un tipo desconocido (9)");
     }
 
     void brokenReferencesAreDrawnAsBroken()
@@ -460,8 +461,10 @@ private slots:
             d.metricas.clear();
         if (caso == 3)
             qobject_cast<EBarraProgreso*>(indicador->Configuracion())->setFK_Metrica(0);
-        if (caso == 5)
+        if (caso >= 5)
             indicador->setTipo(9);
+        if (caso == 6)
+            indicador->setNombre(QStringLiteral("%2 y %1"));
         FuenteVigilada muestra;
         PiezaTablero pieza(d, muestra);
         QCOMPARE(pieza.averia(), motivo);

@@ -102,7 +102,8 @@ QString PiezaTablero::buscarAveria() const
             return metricaPerdida(MetricasConfiguracion::todas(matriz));
         return QStringLiteral("«%1» no tiene configuración").arg(nombre);
     default:
-        return QStringLiteral("«%1» es de un tipo desconocido (%2)").arg(nombre).arg(m_datos.indicador->Tipo());
+        // One pass over both values, so a name holding "%2" stays as it is.
+        return QStringLiteral("«%1» es de un tipo desconocido (%2)").arg(nombre, QString::number(m_datos.indicador->Tipo()));
     }
 }
 
@@ -233,16 +234,20 @@ QList<PiezaTablero::Pestana> PiezaTablero::pestanas(const QRectF& cabecera) cons
     const QList<int> ofrecidos = periodos();
     const QFont fuente = Rotulo::fuente(cabecera.height() * 0.8);
     const QFontMetricsF medida(fuente);
+    qreal anchos[Periodos::Cantidad] = {};
     qreal completo = 0;
-    for (int p : ofrecidos)
-        completo += medida.horizontalAdvance(Periodos::nombre(p)) + 8;
-    // Whole names while they take at most half the header, initials after that.
+    for (int p : ofrecidos) {
+        anchos[p] = medida.horizontalAdvance(Periodos::nombre(p)) + 8;
+        completo += anchos[p];
+    }
+    // Whole names while they take at most half the header, initials after
+    // that; an initial fits a square tab.
     const bool enteros = completo <= cabecera.width() / 2;
     QList<Pestana> result;
     qreal derecha = cabecera.right();
     for (auto it = ofrecidos.crbegin(); it != ofrecidos.crend(); ++it) {
         const QString texto = enteros ? Periodos::nombre(*it) : Periodos::inicial(*it);
-        const qreal ancho = qMax(medida.horizontalAdvance(texto) + 8, cabecera.height());
+        const qreal ancho = enteros ? qMax(anchos[*it], cabecera.height()) : cabecera.height();
         result.prepend({*it, QRectF(derecha - ancho, cabecera.top(), ancho, cabecera.height()), texto});
         derecha -= ancho + 1;
     }
@@ -265,7 +270,7 @@ void PiezaTablero::pintarCabecera(QPainter* painter, const QRectF& cabecera, boo
         const bool actual = pestana.periodo == m_periodo;
         painter->setPen(actual ? QColor(40, 80, 160) : QColor(170, 180, 195));
         painter->setBrush(actual ? QColor(40, 80, 160) : QColor(240, 243, 248));
-        painter->drawRoundedRect(pestana.caja.adjusted(0, 1, 0, -1), 3, 3);
+        painter->drawRect(pestana.caja.adjusted(0.5, 1.5, -0.5, -1.5));
         painter->setPen(actual ? Qt::white : QColor(60, 70, 90));
         Rotulo::escribir(painter, pestana.caja, pestana.texto, Qt::AlignCenter, fuente);
     }
@@ -299,7 +304,7 @@ void PiezaTablero::pintarMarcaMuestra(QPainter* painter, const QRectF& pie) cons
     const QRectF caja(pie.right() - ancho, pie.top(), ancho, pie.height());
     painter->setPen(Qt::NoPen);
     painter->setBrush(QColor(255, 236, 179));
-    painter->drawRoundedRect(caja, 3, 3);
+    painter->drawRect(caja);
     painter->setPen(QColor(140, 90, 0));
     QFont cursiva = fuente;
     cursiva.setItalic(true);

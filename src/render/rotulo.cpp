@@ -24,15 +24,15 @@ void Rotulo::escribir(QPainter* painter, const QRectF& caja, const QString& text
     // that fits; it shrinks by a quarter at most, since a long name set in a
     // tiny face is no easier to read than one cut short.
     const qreal ancho = QFontMetricsF(fuente).horizontalAdvance(texto);
+    QString visible = texto;
     if (ancho > caja.width()) {
         const int menor = qMax(qRound(MinimoLegible), qCeil(tamano * 0.75));
         tamano = qMax(menor, qFloor(tamano * caja.width() / ancho));
         fuente.setPixelSize(qMin(fuente.pixelSize(), tamano));
+        visible = QFontMetricsF(fuente).elidedText(texto, Qt::ElideRight, caja.width());
     }
-    const QString visible = QFontMetricsF(fuente).elidedText(texto, Qt::ElideRight, caja.width());
-    painter->save();
+    // No clip of its own: the text now fits its box's width, and the tile
+    // clips everything it draws to its own area.
     painter->setFont(fuente);
-    painter->setClipRect(caja, Qt::IntersectClip);
     painter->drawText(caja, alineacion | Qt::TextSingleLine, visible);
-    painter->restore();
 }
