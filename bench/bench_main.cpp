@@ -32,6 +32,10 @@ void preparar(Suite& suite)
     suite.lectura = std::make_unique<BenchDatabase>(suite.backend, QStringLiteral("lectura"));
     suite.lectura->create();
     seed::fillLibrary(*suite.lectura);
+    suite.tablero = std::make_unique<BenchDatabase>(suite.backend, QStringLiteral("tablero"));
+    suite.tablero->create();
+    seed::fillLibrary(*suite.tablero);
+    seed::fillDashboard(*suite.tablero);
     suite.escritura = std::make_unique<BenchDatabase>(suite.backend, QStringLiteral("escritura"));
     suite.escritura->create();
     std::fprintf(stderr, "vbi_bench: %s databases ready in %.1f s\n", suite.backendName().c_str(),
@@ -72,6 +76,7 @@ int main(int argc, char** argv)
         registerEntityBenchmarks(suite);
         registerDialogBenchmarks(suite);
         registerMemoryBenchmarks(suite);
+        registerDashboardBenchmarks(suite);
         benchmark::RunSpecifiedBenchmarks();
     } catch (const std::exception& e) {
         avisar(e.what());

@@ -44,6 +44,7 @@ const QMap<QString, Meta>& metas()
         {QStringLiteral("ETablero.Load"), {"ETablero.Load, 500 + 500 children", "1,000 prepared SELECTs by key", 2.0, false}},
         {QStringLiteral("dlgPropIndicador.Edit"), {"dlgPropIndicador.Edit until shown, 1,000 metrics", "same widgets filled from memory, shown", 1.5, false}},
         {QStringLiteral("TreePeakMemory"), {"peak memory, 42,000-node tree", "same tree built from memory", 1.2, true}},
+        {QStringLiteral("TableroPintado"), {"dashboard of 100 placed indicators opened until painted", "same layout drawn as plain boxes", 2.0, false}},
     };
     return m;
 }
@@ -51,7 +52,8 @@ const QMap<QString, Meta>& metas()
 const QStringList Orden{QStringLiteral("LlenarArbol"),        QStringLiteral("EMetrica.Save"),
                         QStringLiteral("ETabIndicador.Save"), QStringLiteral("EMetrica.Load"),
                         QStringLiteral("EIndicador.Load"),    QStringLiteral("ETablero.Load"),
-                        QStringLiteral("dlgPropIndicador.Edit"), QStringLiteral("TreePeakMemory")};
+                        QStringLiteral("dlgPropIndicador.Edit"), QStringLiteral("TreePeakMemory"),
+                        QStringLiteral("TableroPintado")};
 
 struct Serie {
     std::vector<double> muestras; // ms, or KiB for memory

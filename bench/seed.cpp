@@ -169,4 +169,28 @@ void fillLibrary(BenchDatabase& db)
     db.exec(QStringLiteral("ANALYZE"));
 }
 
+void fillDashboard(BenchDatabase& db)
+{
+    db.exec(QStringLiteral("INSERT INTO ut_bi_Tablero (Sys_PK, uf_Nombre, uf_FK_Usuario) VALUES (%1, 'Cien indicadores', 1)")
+                .arg(TableroCien));
+    db.exec(QStringLiteral("INSERT INTO ut_bi_Tablero (Sys_PK, uf_Nombre, uf_FK_Usuario) VALUES (%1, 'Vacío', 1)")
+                .arg(TableroVacio));
+    // Keys after the library's placements; every period shown, limits around the seeded bounds.
+    db.insertRows(QStringLiteral("INSERT INTO ut_bi_TabIndicador (Sys_PK, uf_FK_Tablero, uf_FK_Indicador, "
+                                 "uf_FK_Entidad, uf_X, uf_Y, uf_W, uf_H, uf_pinicial, uf_Periodos, uf_l1, uf_l2, "
+                                 "uf_l3, uf_l4, uf_l5, uf_l6, uf_l7, uf_l8) VALUES "),
+                  0, CienIndicadores - 1, [](int k) {
+                      QStringList v{QString::number(TabIndicadores + 1 + k), QString::number(TableroCien),
+                                    QString::number(k + 1), QStringLiteral("0"), QString::number(k % 10 * 1000),
+                                    QString::number(k / 10 * 700), QStringLiteral("990"), QStringLiteral("690"),
+                                    QString::number(k % 4), QStringLiteral("15")};
+                      for (int i = 0; i < 8; ++i)
+                          v << QString::number(i % 2 == 0 ? 1000.0 * (i / 2 + 1) : 100.0 * (i / 2));
+                      return QLatin1Char('(') + v.join(QLatin1Char(',')) + QLatin1Char(')');
+                  });
+    for (const char* table : {"ut_bi_Tablero", "ut_bi_TabIndicador"})
+        db.syncKeys(QLatin1String(table));
+    db.exec(QStringLiteral("ANALYZE"));
+}
+
 } // namespace seed

@@ -35,6 +35,15 @@ constexpr int IndicadorDialogo = 1;
 constexpr int MetricaDialogo = 500;
 void fillLibrary(BenchDatabase& db);
 
+// Added to a library made by fillLibrary: dashboard TableroCien with
+// CienIndicadores placements of indicators 1 to 100 (kinds in turn, so a
+// third of each) in a 10 × 10 grid over the whole drawing area, and the
+// empty dashboard TableroVacio; both belong to user 1.
+constexpr int TableroCien = 2;
+constexpr int TableroVacio = 3;
+constexpr int CienIndicadores = 100;
+void fillDashboard(BenchDatabase& db);
+
 // The texts the seeded rows carry, shared by the floors that rebuild them.
 QString nombreMetrica(int k);
 QString descripcionMetrica(int k);

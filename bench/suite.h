@@ -24,6 +24,8 @@ struct Suite {
     std::map<int, std::unique_ptr<BenchDatabase>> arboles;
     // The library the loads and the dialog read; read only.
     std::unique_ptr<BenchDatabase> lectura;
+    // The library with the dashboard of a hundred placed indicators; read only.
+    std::unique_ptr<BenchDatabase> tablero;
     // Where new rows go.
     std::unique_ptr<BenchDatabase> escritura;
 
@@ -61,6 +63,7 @@ void registerTreeBenchmarks(Suite& suite);
 void registerEntityBenchmarks(Suite& suite);
 void registerDialogBenchmarks(Suite& suite);
 void registerMemoryBenchmarks(Suite& suite);
+void registerDashboardBenchmarks(Suite& suite);
 
 // The measured child process of the memory benchmark; answers the exit code.
 int runPeakTreeChild(int argc, char** argv);

@@ -12,6 +12,7 @@ packages=(
   postgresql sqlite3 libpq-dev
   xvfb xauth fonts-dejavu-core fonts-dejavu-extra
   libbenchmark-dev
+  qt6-charts-dev
 )
 
 missing=()

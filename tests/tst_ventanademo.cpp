@@ -3,6 +3,10 @@
 #include "elementotablero.h"
 #include "enginefixture.h"
 #include "modalanswerer.h"
+#include "model/efigura.h"
+#include "model/vendimarbi.h"
+#include "render/dibujobarra.h"
+#include "render/piezatablero.h"
 #include "schemainstaller.h"
 #include "testdatabase.h"
 #include "ventanademo.h"
@@ -12,7 +16,10 @@
 #include <QGraphicsScene>
 #include <QGraphicsView>
 #include <QListWidget>
+#include <QPainter>
+#include <QStyleOptionGraphicsItem>
 #include <QTest>
+#include <algorithm>
 
 using namespace driver;
 
@@ -40,6 +47,36 @@ class TstVentanaDemo : public QObject {
         return result;
     }
 
+    ElementoTablero* indicadorDeTipo(VentanaDemo& ventana, int tipo)
+    {
+        for (ElementoTablero* e : elementos(ventana))
+            if (e->pieza() && e->pieza()->tipo() == tipo)
+                return e;
+        return nullptr;
+    }
+
+    // Where the tab of a period sits on a tile, in the view's coordinates.
+    QPoint pestana(VentanaDemo& ventana, ElementoTablero* elemento, int periodo)
+    {
+        const QRectF area = elemento->boundingRect().adjusted(1, 1, -1, -1);
+        auto* vista = control<QGraphicsView>(&ventana, QStringLiteral("vistaTablero"));
+        for (qreal x = area.right() - 2; x > area.left(); x -= 1)
+            if (elemento->pieza()->periodoEn(area, QPointF(x, 8)) == periodo)
+                return vista->mapFromScene(elemento->mapToScene(QPointF(x - 2, 8)));
+        return QPoint(-1, -1);
+    }
+
+    static QImage pintar(ElementoTablero& elemento)
+    {
+        QImage imagen(elemento.boundingRect().size().toSize(), QImage::Format_ARGB32);
+        imagen.fill(Qt::white);
+        QPainter painter(&imagen);
+        painter.translate(1, 1);
+        QStyleOptionGraphicsItem opcion;
+        elemento.paint(&painter, &opcion, nullptr);
+        return imagen;
+    }
+
 private slots:
     void initTestCase() { VBI_CREATE_TEST_DATABASE(db); }
 
@@ -59,6 +96,86 @@ private slots:
         QCOMPARE(elementos(ventana).size(), 5); // three placed indicators, two texts
         VentanaDemo otro(fixture.engine.get(), 2, db.url());
         QCOMPARE(control<QListWidget>(&otro, QStringLiteral("lstTableros"))->count(), 0);
+    }
+
+    void placedIndicatorsAreDrawnAsTheirKindWithSampleValues()
+    {
+        VentanaDemo ventana(fixture.engine.get(), 1, db.url());
+        QList<int> tipos;
+        for (ElementoTablero* e : elementos(ventana)) {
+            if (e->esFigura())
+                continue;
+            QVERIFY(e->pieza());
+            QVERIFY(e->pieza()->averia().isEmpty());
+            QVERIFY(e->pieza()->esMuestra());
+            tipos.append(e->pieza()->tipo());
+        }
+        std::sort(tipos.begin(), tipos.end());
+        QCOMPARE(tipos, (QList<int>{VendimarBI::cBarraProgreso, VendimarBI::cMatrizGrafico, VendimarBI::cSemaforo}));
+        // Each opens on its placement's period: month, week and day.
+        QCOMPARE(indicadorDeTipo(ventana, VendimarBI::cBarraProgreso)->pieza()->periodo(), int(VendimarBI::cMes));
+        QCOMPARE(indicadorDeTipo(ventana, VendimarBI::cMatrizGrafico)->pieza()->periodo(), int(VendimarBI::cSemana));
+        QCOMPARE(indicadorDeTipo(ventana, VendimarBI::cSemaforo)->pieza()->periodos(),
+                 (QList<int>{VendimarBI::cDia, VendimarBI::cMes}));
+    }
+
+    void clickingAPeriodTabSwitchesThatTileOnly()
+    {
+        VentanaDemo ventana(fixture.engine.get(), 1, db.url());
+        ventana.show();
+        QVERIFY(QTest::qWaitForWindowExposed(&ventana));
+        ElementoTablero* barra = indicadorDeTipo(ventana, VendimarBI::cBarraProgreso);
+        ElementoTablero* matriz = indicadorDeTipo(ventana, VendimarBI::cMatrizGrafico);
+        QVERIFY(barra && matriz);
+        const double maximoMes = barra->pieza()->barra().maximo();
+        auto* vista = control<QGraphicsView>(&ventana, QStringLiteral("vistaTablero"));
+        const QPoint dia = pestana(ventana, barra, VendimarBI::cDia);
+        QVERIFY(dia.x() >= 0);
+        QTest::mouseClick(vista->viewport(), Qt::LeftButton, {}, dia);
+        QCOMPARE(barra->pieza()->periodo(), int(VendimarBI::cDia));
+        QCOMPARE(barra->pieza()->barra().maximo(), 5000.0);
+        QVERIFY(maximoMes != 5000.0);
+        QCOMPARE(matriz->pieza()->periodo(), int(VendimarBI::cSemana));
+        // A click on a tab neither moves, selects nor saves the item.
+        QVERIFY(!barra->isSelected());
+        QCOMPARE(barra->pos(), QPointF(20, 70));
+        QCOMPARE(db.scalar(QStringLiteral("SELECT uf_pinicial FROM ut_bi_TabIndicador WHERE uf_X=300 AND uf_Y=1050")).toInt(), 2);
+        QTest::mouseDClick(vista->viewport(), Qt::LeftButton, {}, pestana(ventana, barra, VendimarBI::cAno));
+        QCOMPARE(barra->pieza()->periodo(), int(VendimarBI::cAno));
+    }
+
+    void plainBoxesOnRequest()
+    {
+        VentanaDemo ventana(fixture.engine.get(), 1, db.url());
+        disparar(ventana, "actVerCajas");
+        QCOMPARE(elementos(ventana).size(), 5);
+        for (ElementoTablero* e : elementos(ventana))
+            QVERIFY(!e->pieza());
+        disparar(ventana, "actVerCajas");
+        QVERIFY(indicadorDeTipo(ventana, VendimarBI::cSemaforo));
+    }
+
+    void figuresAreDrawnWithoutTheirUnderline()
+    {
+        EFigura lisa;
+        lisa.setTexto(QStringLiteral("Objetivo del mes"));
+        lisa.setFuente(QStringLiteral("DejaVu Sans"));
+        lisa.setTam_fuente(14);
+        lisa.setW(3000);
+        lisa.setH(600);
+        lisa.setColorFondo(0xFFFFFF);
+        EFigura subrayada;
+        EFigura negrita;
+        for (EFigura* f : {&subrayada, &negrita})
+            for (const char* p : {"Texto", "Fuente", "Tam_fuente", "W", "H", "ColorFondo"})
+                f->setProperty(p, lisa.property(p));
+        subrayada.setSubrayado(true);
+        negrita.setNegrita(true);
+        ElementoTablero a(&lisa, QString());
+        ElementoTablero b(&subrayada, QString());
+        ElementoTablero c(&negrita, QString());
+        QCOMPARE(pintar(b), pintar(a));
+        QVERIFY(pintar(c) != pintar(a));
     }
 
     void addsADashboardThroughTheEngine()

@@ -1,5 +1,6 @@
 #include "elementotablero.h"
 
+#include "render/piezatablero.h"
 #include "vb/vb.h"
 
 #include <QCursor>
@@ -29,6 +30,14 @@ ElementoTablero::ElementoTablero(QObject* entidad, const QString& descripcion, Q
     setPos(vb::twipsToPixels(entero(entidad, "x")), vb::twipsToPixels(entero(entidad, "Y")));
 }
 
+ElementoTablero::ElementoTablero(QObject* entidad, std::unique_ptr<PiezaTablero> pieza, QGraphicsItem* parent)
+    : ElementoTablero(entidad, QString(), parent)
+{
+    m_pieza = std::move(pieza);
+}
+
+ElementoTablero::~ElementoTablero() = default;
+
 bool ElementoTablero::esFigura() const
 {
     return m_entidad && m_entidad->metaObject()->indexOfProperty("Texto") >= 0;
@@ -50,6 +59,8 @@ void ElementoTablero::paint(QPainter* painter, const QStyleOptionGraphicsItem* o
     const QRectF area(QPointF(0, 0), tamano());
     if (esFigura())
         pintarFigura(painter, area);
+    else if (m_pieza)
+        m_pieza->pintar(painter, area);
     else
         pintarIndicador(painter, area);
     if (option->state & QStyle::State_Selected) {
@@ -78,7 +89,7 @@ void ElementoTablero::pintarFigura(QPainter* painter, const QRectF& area) const
     font.setPointSize(qMax(1, entero(f, "Tam_fuente")));
     font.setBold(f->property("Negrita").toBool());
     font.setItalic(f->property("Cursiva").toBool());
-    font.setUnderline(f->property("Subrayado").toBool());
+    // The figure editor leaves the underline out of a figure's look, so the layout does too.
     painter->setFont(font);
     painter->setPen(vb::oleToColor(entero(f, "Color")));
     // Alignment codes of a label: 0 left, 1 right, 2 centre.
@@ -106,11 +117,26 @@ bool ElementoTablero::enEsquina(const QPointF& punto) const
 
 void ElementoTablero::hoverMoveEvent(QGraphicsSceneHoverEvent* event)
 {
-    setCursor(enEsquina(event->pos()) ? Qt::SizeFDiagCursor : Qt::SizeAllCursor);
+    setCursor(periodoEn(event->pos()) >= 0 ? Qt::PointingHandCursor
+              : enEsquina(event->pos())    ? Qt::SizeFDiagCursor
+                                           : Qt::SizeAllCursor);
+}
+
+int ElementoTablero::periodoEn(const QPointF& punto) const
+{
+    return m_pieza ? m_pieza->periodoEn(QRectF(QPointF(0, 0), tamano()), punto) : -1;
 }
 
 void ElementoTablero::mousePressEvent(QGraphicsSceneMouseEvent* event)
 {
+    const int periodo = event->button() == Qt::LeftButton ? periodoEn(event->pos()) : -1;
+    m_enPestana = periodo >= 0;
+    if (m_enPestana) {
+        if (m_pieza->setPeriodo(periodo))
+            update();
+        event->accept();
+        return;
+    }
     m_redimensionando = event->button() == Qt::LeftButton && enEsquina(event->pos());
     m_movido = false;
     QGraphicsObject::mousePressEvent(event);
@@ -118,6 +144,8 @@ void ElementoTablero::mousePressEvent(QGraphicsSceneMouseEvent* event)
 
 void ElementoTablero::mouseMoveEvent(QGraphicsSceneMouseEvent* event)
 {
+    if (m_enPestana)
+        return;
     m_movido = true;
     if (!m_redimensionando) {
         QGraphicsObject::mouseMoveEvent(event);
@@ -132,6 +160,10 @@ void ElementoTablero::mouseMoveEvent(QGraphicsSceneMouseEvent* event)
 
 void ElementoTablero::mouseReleaseEvent(QGraphicsSceneMouseEvent* event)
 {
+    if (m_enPestana) {
+        m_enPestana = false;
+        return;
+    }
     QGraphicsObject::mouseReleaseEvent(event);
     if (m_movido) {
         guardarGeometria();
@@ -143,6 +175,11 @@ void ElementoTablero::mouseReleaseEvent(QGraphicsSceneMouseEvent* event)
 
 void ElementoTablero::mouseDoubleClickEvent(QGraphicsSceneMouseEvent* event)
 {
+    // Clicking through the tabs quickly is no request to edit the item.
+    if (periodoEn(event->pos()) >= 0) {
+        mousePressEvent(event);
+        return;
+    }
     QGraphicsObject::mouseDoubleClickEvent(event);
     emit editar(this);
 }

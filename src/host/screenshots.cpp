@@ -1,6 +1,7 @@
 #include "screenshots.h"
 
 #include "ado/connection.h"
+#include "capturastablero.h"
 #include "dashboard/dlgconfigindi.h"
 #include "dashboard/dlgfig.h"
 #include "designer/dlgpropindicador.h"
@@ -112,7 +113,7 @@ int escribirCapturas(const QString& carpeta, QString* error)
             if (capturar(*ventana, QDir(carpeta).filePath(captura.archivo)))
                 ++escritas;
         }
-        return escritas;
+        return escritas + CapturasTablero::escribir(engine, 1, tablero, carpeta);
     } catch (const vb::AutomationError& e) {
         *error = e.description();
         return -1;

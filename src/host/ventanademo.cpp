@@ -4,7 +4,10 @@
 #include "elementotablero.h"
 #include "engine/eengine.h"
 #include "engine/msgbox.h"
+#include "lectorpiezas.h"
 #include "model/coleccion.h"
+#include "model/etabindicador.h"
+#include "render/piezatablero.h"
 #include "model/vendimarbi.h"
 #include "vb/automationerror.h"
 
@@ -132,6 +135,18 @@ void VentanaDemo::construirAcciones()
     }
     QAction* salir = menus.value(QStringLiteral("&Tablero"))->addAction(QStringLiteral("&Salir"));
     connect(salir, &QAction::triggered, this, &QWidget::close);
+    m_verCajas = menuBar()->addMenu(QStringLiteral("&Ver"))->addAction(QStringLiteral("Ver como &cajas"));
+    m_verCajas->setObjectName(QStringLiteral("actVerCajas"));
+    m_verCajas->setCheckable(true);
+    connect(m_verCajas, &QAction::toggled, this, &VentanaDemo::verComoCajas);
+}
+
+void VentanaDemo::verComoCajas(bool cajas)
+{
+    if (m_verCajas->isChecked() != cajas)
+        m_verCajas->setChecked(cajas);
+    else
+        mostrarTablero();
 }
 
 void VentanaDemo::cargarTableros()
@@ -185,6 +200,7 @@ void VentanaDemo::mostrarTablero()
 {
     m_escena->clear();
     m_tablero.reset();
+    m_lector.reset();
     const int clave = tableroActual();
     if (clave <= 0)
         return;
@@ -194,19 +210,33 @@ void VentanaDemo::mostrarTablero()
     }
     if (!m_tablero)
         return;
-    if (auto* indicadores = m_tablero->property("Indicadores").value<Coleccion*>()) {
-        for (QObject* tab : *indicadores)
-            agregarElemento(tab, describirIndicador(tab->property("FK_Indicador").toInt()));
-    }
+    if (auto* indicadores = m_tablero->property("Indicadores").value<Coleccion*>())
+        agregarIndicadores(QList<QObject*>(indicadores->begin(), indicadores->end()));
     if (auto* figuras = m_tablero->property("Figuras").value<Coleccion*>()) {
         for (QObject* figura : *figuras)
-            agregarElemento(figura, QString());
+            agregarElemento(new ElementoTablero(figura, QString()));
     }
 }
 
-void VentanaDemo::agregarElemento(QObject* entidad, const QString& descripcion)
+void VentanaDemo::agregarIndicadores(const QList<QObject*>& colocados)
 {
-    auto* elemento = new ElementoTablero(entidad, descripcion);
+    if (m_verCajas->isChecked()) {
+        for (QObject* tab : colocados)
+            agregarElemento(new ElementoTablero(tab, describirIndicador(tab->property("FK_Indicador").toInt())));
+        return;
+    }
+    QList<ETabIndicador*> tabs;
+    for (QObject* tab : colocados)
+        if (auto* colocado = qobject_cast<ETabIndicador*>(tab))
+            tabs.append(colocado);
+    m_lector = std::make_unique<LectorPiezas>(m_engine);
+    const QList<DatosPieza> datos = m_lector->leer(QList<const ETabIndicador*>(tabs.cbegin(), tabs.cend()));
+    for (qsizetype i = 0; i < tabs.size(); ++i)
+        agregarElemento(new ElementoTablero(tabs[i], std::make_unique<PiezaTablero>(datos[i], m_muestras)));
+}
+
+void VentanaDemo::agregarElemento(ElementoTablero* elemento)
+{
     m_escena->addItem(elemento);
     connect(elemento, &ElementoTablero::cambiado, this, &VentanaDemo::guardarElemento);
     connect(elemento, &ElementoTablero::editar, this, &VentanaDemo::editarElemento);

@@ -1,10 +1,14 @@
 #pragma once
 
+#include "render/valoresmuestra.h"
+
 #include <QMainWindow>
 #include <memory>
 
 class EEngine;
 class ElementoTablero;
+class LectorPiezas;
+class QAction;
 class QGraphicsScene;
 class QGraphicsView;
 class QListWidget;
@@ -12,7 +16,9 @@ class QVBoxLayout;
 
 // The host window of `vbi demo`: the signed-in user's dashboards on the
 // left, the selected dashboard's layout in the middle, and every entry point
-// of the engine in the menus and the tool bar.
+// of the engine in the menus and the tool bar. Placed indicators are drawn as
+// the dashboard will show them, with sample values until the run-time gives
+// real ones; "Ver como cajas" draws them as plain boxes instead.
 class VentanaDemo : public QMainWindow {
     Q_OBJECT
 
@@ -34,12 +40,14 @@ public:
     void editarElemento(ElementoTablero* elemento);
     void revisarBiblioteca();
     void guardarElemento(ElementoTablero* elemento);
+    void verComoCajas(bool cajas);
 
 private:
     void construirAcciones();
     void cargarTableros();
     void mostrarTablero();
-    void agregarElemento(QObject* entidad, const QString& descripcion);
+    void agregarIndicadores(const QList<QObject*>& colocados);
+    void agregarElemento(ElementoTablero* elemento);
     QString describirIndicador(int clave);
     ElementoTablero* elementoSeleccionado() const;
 
@@ -49,5 +57,9 @@ private:
     QVBoxLayout* m_botonesTablero = nullptr;
     QGraphicsScene* m_escena = nullptr;
     QGraphicsView* m_vista = nullptr;
+    QAction* m_verCajas = nullptr;
+    ValoresMuestra m_muestras;
+    // What the tiles of the dashboard shown paint from.
+    std::unique_ptr<LectorPiezas> m_lector;
     std::unique_ptr<QObject> m_tablero;
 };
