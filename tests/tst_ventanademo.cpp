@@ -16,6 +16,8 @@
 #include <QGraphicsScene>
 #include <QGraphicsView>
 #include <QListWidget>
+#include <QScrollBar>
+#include <QFontMetricsF>
 #include <QPainter>
 #include <QStyleOptionGraphicsItem>
 #include <QTest>
@@ -64,6 +66,54 @@ class TstVentanaDemo : public QObject {
             if (elemento->pieza()->periodoEn(area, QPointF(x, 8)) == periodo)
                 return vista->mapFromScene(elemento->mapToScene(QPointF(x - 2, 8)));
         return QPoint(-1, -1);
+    }
+
+    ElementoTablero* figuraCon(VentanaDemo& ventana, const QString& texto)
+    {
+        for (ElementoTablero* e : elementos(ventana))
+            if (e->esFigura() && e->entidad()->property("Texto").toString() == texto)
+                return e;
+        return nullptr;
+    }
+
+    QVariantList geometriaGuardada(const char* tabla, int pk)
+    {
+        QVariantList result;
+        for (const char* campo : {"uf_X", "uf_Y", "uf_W", "uf_H"})
+            result.append(db.scalar(QStringLiteral("SELECT %1 FROM %2 WHERE Sys_PK=%3")
+                                        .arg(QLatin1String(campo), QLatin1String(tabla))
+                                        .arg(pk))
+                              .toInt());
+        return result;
+    }
+
+    // Every item the window shows, as stored, in pixels of the layout.
+    QList<QRectF> rectangulosGuardados(VentanaDemo& ventana)
+    {
+        QList<QRectF> result;
+        for (ElementoTablero* e : elementos(ventana)) {
+            const QVariantList g = geometriaGuardada(e->esFigura() ? "ut_bi_Fig" : "ut_bi_TabIndicador",
+                                                     e->entidad()->property("Sys_PK").toInt());
+            result.append(QRectF(g[0].toInt() / 15.0, g[1].toInt() / 15.0, g[2].toInt() / 15.0, g[3].toInt() / 15.0));
+        }
+        return result;
+    }
+
+    // Presses at a point of an item and drags by a distance, as a mouse would.
+    void arrastrar(VentanaDemo& ventana, ElementoTablero* elemento, QPointF desde, QPoint distancia)
+    {
+        auto* vista = control<QGraphicsView>(&ventana, QStringLiteral("vistaTablero"));
+        const QPoint inicio = vista->mapFromScene(elemento->mapToScene(desde));
+        QTest::mousePress(vista->viewport(), Qt::LeftButton, {}, inicio);
+        QTest::mouseMove(vista->viewport(), inicio + distancia / 2);
+        QTest::mouseMove(vista->viewport(), inicio + distancia);
+        QTest::mouseRelease(vista->viewport(), Qt::LeftButton, {}, inicio + distancia);
+    }
+
+    static void mostrar(VentanaDemo& ventana)
+    {
+        ventana.show();
+        QVERIFY(QTest::qWaitForWindowExposed(&ventana));
     }
 
     static QImage pintar(ElementoTablero& elemento)
@@ -239,6 +289,96 @@ private slots:
         QTest::mouseRelease(vista->viewport(), Qt::LeftButton, {}, inicio + QPoint(40, 60));
         QCOMPARE(db.scalar(QStringLiteral("SELECT uf_X FROM ut_bi_Fig WHERE Sys_PK=%1").arg(pk)).toInt(), 300 + 40 * 15);
         QCOMPARE(db.scalar(QStringLiteral("SELECT uf_Y FROM ut_bi_Fig WHERE Sys_PK=%1").arg(pk)).toInt(), 150 + 60 * 15);
+    }
+
+    void newTextsGoToFreeSpotsOfTheVisiblePageInAFittingSize()
+    {
+        VentanaDemo ventana(fixture.engine.get(), 1, db.url());
+        mostrar(ventana);
+        ModalAnswerer answerer;
+        for (const QString& texto : {QStringLiteral("Objetivo del mes"), QStringLiteral("Ventas acumuladas del año")}) {
+            answerer.expect([texto](QWidget* w) {
+                escribir(w, QStringLiteral("cTexto"), texto);
+                pulsar(w, QStringLiteral("cmdAceptar"));
+            });
+            disparar(ventana, "actAgregarTexto");
+        }
+        QVERIFY(answerer.unexpected.isEmpty());
+        QCOMPARE(count(QStringLiteral("ut_bi_TabIndicador")) + count(QStringLiteral("ut_bi_Fig")), 7);
+        const QList<QRectF> guardados = rectangulosGuardados(ventana);
+        QCOMPARE(guardados.size(), 7);
+        const QRectF pagina(0, 0, 667, 467);
+        for (qsizetype i = 0; i < guardados.size(); ++i) {
+            QVERIFY(pagina.contains(guardados[i]));
+            // The sample dashboard's own items do not overlap, so no two of them may.
+            for (qsizetype j = i + 1; j < guardados.size(); ++j)
+                QVERIFY2(!guardados[i].intersects(guardados[j]), qPrintable(QStringLiteral("%1 and %2").arg(i).arg(j)));
+        }
+        auto* vista = control<QGraphicsView>(&ventana, QStringLiteral("vistaTablero"));
+        const QRectF visible = vista->mapToScene(vista->viewport()->rect()).boundingRect();
+        ElementoTablero* largo = figuraCon(ventana, QStringLiteral("Ventas acumuladas del año"));
+        QVERIFY(largo);
+        QVERIFY(visible.contains(largo->sceneBoundingRect().adjusted(1, 1, -1, -1)));
+        QFont fuente(largo->entidad()->property("Fuente").toString());
+        fuente.setPointSize(qMax(1, largo->entidad()->property("Tam_fuente").toInt()));
+        const qreal ancho = largo->entidad()->property("W").toInt() / 15.0;
+        QVERIFY(ancho >= QFontMetricsF(fuente).horizontalAdvance(QStringLiteral("Ventas acumuladas del año")) + 4);
+        QVERIFY(ancho < 300);
+    }
+
+    void draggingAnItemOffThePageKeepsItOnIt()
+    {
+        VentanaDemo ventana(fixture.engine.get(), 1, db.url());
+        mostrar(ventana);
+        ElementoTablero* nota = figuraCon(ventana, QStringLiteral("Datos al cierre del día"));
+        QVERIFY(nota);
+        const int pk = nota->entidad()->property("Sys_PK").toInt();
+        arrastrar(ventana, nota, QPointF(30, 10), QPoint(600, 400));
+        // 180 × 30 pixels at the page's lower right corner, 667 × 467.
+        QCOMPARE(geometriaGuardada("ut_bi_Fig", pk), (QVariantList{487 * 15, 437 * 15, 2700, 450}));
+        arrastrar(ventana, nota, QPointF(30, 10), QPoint(-900, -900));
+        QCOMPARE(geometriaGuardada("ut_bi_Fig", pk), (QVariantList{0, 0, 2700, 450}));
+    }
+
+    void resizingPastThePageEndsAtItsEdge()
+    {
+        VentanaDemo ventana(fixture.engine.get(), 1, db.url());
+        mostrar(ventana);
+        ElementoTablero* semaforo = indicadorDeTipo(ventana, VendimarBI::cSemaforo);
+        QVERIFY(semaforo);
+        const int pk = semaforo->entidad()->property("Sys_PK").toInt();
+        arrastrar(ventana, semaforo, QPointF(178, 238), QPoint(500, 500));
+        // Standing at 360, 70 it may reach the page's edge and no further.
+        QCOMPARE(geometriaGuardada("ut_bi_TabIndicador", pk), (QVariantList{5400, 1050, 307 * 15, 397 * 15}));
+    }
+
+    void movesSnapToTheGridUnlessItIsTurnedOff()
+    {
+        VentanaDemo ventana(fixture.engine.get(), 1, db.url());
+        mostrar(ventana);
+        ElementoTablero* titulo = figuraCon(ventana, QStringLiteral("Ventas de la semana"));
+        QVERIFY(titulo);
+        const int pk = titulo->entidad()->property("Sys_PK").toInt();
+        arrastrar(ventana, titulo, QPointF(30, 10), QPoint(13, 27));
+        QCOMPARE(geometriaGuardada("ut_bi_Fig", pk), (QVariantList{30 * 15, 40 * 15, 7800, 600}));
+        auto* rejilla = ventana.findChild<QAction*>(QStringLiteral("actRejilla"));
+        QVERIFY(rejilla && rejilla->isCheckable() && rejilla->isChecked());
+        rejilla->trigger();
+        arrastrar(ventana, titulo, QPointF(30, 10), QPoint(13, 27));
+        QCOMPARE(geometriaGuardada("ut_bi_Fig", pk), (QVariantList{43 * 15, 67 * 15, 7800, 600}));
+    }
+
+    void theViewScrollsToEveryEdgeOfThePage()
+    {
+        VentanaDemo ventana(fixture.engine.get(), 1, db.url());
+        ventana.resize(520, 360);
+        mostrar(ventana);
+        auto* vista = control<QGraphicsView>(&ventana, QStringLiteral("vistaTablero"));
+        QVERIFY(vista->horizontalScrollBar()->maximum() > 0);
+        QVERIFY(vista->verticalScrollBar()->maximum() > 0);
+        vista->horizontalScrollBar()->setValue(vista->horizontalScrollBar()->maximum());
+        vista->verticalScrollBar()->setValue(vista->verticalScrollBar()->maximum());
+        QVERIFY(vista->mapToScene(vista->viewport()->rect()).boundingRect().contains(QPointF(667, 467)));
     }
 
     void deletesTheSelectedItemAfterAsking()

@@ -16,6 +16,7 @@
 #include <QGraphicsView>
 #include <QLabel>
 #include <QListWidget>
+#include <QMenu>
 #include <QMenuBar>
 #include <QSplitter>
 #include <QStatusBar>
@@ -26,9 +27,6 @@
 using namespace VendimarBI;
 
 namespace {
-
-// The drawing area of a dashboard: 10,000 × 7,000 twips.
-const QRectF AreaTablero(0, 0, 10000 / 15.0, 7000 / 15.0);
 
 QToolButton* botonDe(QAction* action)
 {
@@ -70,10 +68,9 @@ VentanaDemo::VentanaDemo(EEngine* engine, int usuario, const QString& descripcio
     lateralLayout->addWidget(lstTableros);
     m_botonesTablero = new QVBoxLayout;
     lateralLayout->addLayout(m_botonesTablero);
-    m_escena = new QGraphicsScene(AreaTablero, this);
+    m_escena = new EscenaTablero(this);
     m_vista = new QGraphicsView(m_escena, this);
     m_vista->setObjectName(QStringLiteral("vistaTablero"));
-    m_vista->setBackgroundBrush(QColor(250, 250, 250));
     m_vista->setRenderHint(QPainter::Antialiasing);
     m_vista->setAlignment(Qt::AlignLeft | Qt::AlignTop);
     auto* splitter = new QSplitter(this);
@@ -135,10 +132,16 @@ void VentanaDemo::construirAcciones()
     }
     QAction* salir = menus.value(QStringLiteral("&Tablero"))->addAction(QStringLiteral("&Salir"));
     connect(salir, &QAction::triggered, this, &QWidget::close);
-    m_verCajas = menuBar()->addMenu(QStringLiteral("&Ver"))->addAction(QStringLiteral("Ver como &cajas"));
+    QMenu* ver = menuBar()->addMenu(QStringLiteral("&Ver"));
+    m_verCajas = ver->addAction(QStringLiteral("Ver como &cajas"));
     m_verCajas->setObjectName(QStringLiteral("actVerCajas"));
     m_verCajas->setCheckable(true);
     connect(m_verCajas, &QAction::toggled, this, &VentanaDemo::verComoCajas);
+    m_rejilla = ver->addAction(QStringLiteral("Ajustar a la c&uadrícula"));
+    m_rejilla->setObjectName(QStringLiteral("actRejilla"));
+    m_rejilla->setCheckable(true);
+    m_rejilla->setChecked(m_escena->pagina().rejilla());
+    connect(m_rejilla, &QAction::toggled, this, &VentanaDemo::ajustarARejilla);
 }
 
 void VentanaDemo::verComoCajas(bool cajas)
@@ -147,6 +150,14 @@ void VentanaDemo::verComoCajas(bool cajas)
         m_verCajas->setChecked(cajas);
     else
         mostrarTablero();
+}
+
+void VentanaDemo::ajustarARejilla(bool activa)
+{
+    if (m_rejilla->isChecked() != activa)
+        m_rejilla->setChecked(activa);
+    else
+        m_escena->setRejilla(activa);
 }
 
 void VentanaDemo::cargarTableros()

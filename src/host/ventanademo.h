@@ -1,5 +1,6 @@
 #pragma once
 
+#include "escenatablero.h"
 #include "render/valoresmuestra.h"
 
 #include <QMainWindow>
@@ -9,7 +10,6 @@ class EEngine;
 class ElementoTablero;
 class LectorPiezas;
 class QAction;
-class QGraphicsScene;
 class QGraphicsView;
 class QListWidget;
 class QVBoxLayout;
@@ -41,6 +41,8 @@ public:
     void revisarBiblioteca();
     void guardarElemento(ElementoTablero* elemento);
     void verComoCajas(bool cajas);
+    // Turns snapping to the grid on and off for moves, resizes and new items.
+    void ajustarARejilla(bool activa);
 
 private:
     void construirAcciones();
@@ -50,14 +52,16 @@ private:
     void agregarElemento(ElementoTablero* elemento);
     QString describirIndicador(int clave);
     ElementoTablero* elementoSeleccionado() const;
+    void ubicarNuevo(QObject* entidad, int tablero, const QSizeF& necesario);
 
     EEngine* m_engine;
     int m_usuario;
     QListWidget* lstTableros = nullptr;
     QVBoxLayout* m_botonesTablero = nullptr;
-    QGraphicsScene* m_escena = nullptr;
+    EscenaTablero* m_escena = nullptr;
     QGraphicsView* m_vista = nullptr;
     QAction* m_verCajas = nullptr;
+    QAction* m_rejilla = nullptr;
     ValoresMuestra m_muestras;
     // What the tiles of the dashboard shown paint from.
     std::unique_ptr<LectorPiezas> m_lector;

@@ -5,30 +5,39 @@
 #include "engine/msgbox.h"
 #include "model/vendimarbi.h"
 #include "vb/automationerror.h"
+#include "vb/vb.h"
 #include "ventanademo.h"
 #include "ventanarevision.h"
 
 #include <QGraphicsScene>
+#include <QGraphicsView>
 #include <memory>
 
 using namespace VendimarBI;
 
 namespace {
-constexpr int PosicionNueva = 300;
-constexpr int AnchoIndicador = 3600;
-constexpr int AltoIndicador = 1800;
-constexpr int AnchoTexto = 3000;
-constexpr int AltoTexto = 600;
-
-void colocar(QObject* entidad, int tablero, int ancho, int alto)
-{
-    entidad->setProperty("FK_Tablero", tablero);
-    entidad->setProperty("x", PosicionNueva);
-    entidad->setProperty("Y", PosicionNueva);
-    entidad->setProperty("W", ancho);
-    entidad->setProperty("H", alto);
-}
+// A tile of this size shows its header, its tabs and a readable drawing of every kind.
+const QSizeF TamanoIndicador(240, 120);
 } // namespace
+
+// A new item goes to the first free spot of the part of the page the user
+// sees, in a size that fits what it shows.
+void VentanaDemo::ubicarNuevo(QObject* entidad, int tablero, const QSizeF& necesario)
+{
+    const PaginaTablero& pagina = m_escena->pagina();
+    const QSizeF tamano = pagina.tamanoNuevo(necesario);
+    QList<QRectF> ocupados;
+    for (QGraphicsItem* item : m_escena->items())
+        if (dynamic_cast<ElementoTablero*>(item))
+            ocupados.append(item->sceneBoundingRect());
+    const QRectF visible = m_vista->mapToScene(m_vista->viewport()->rect()).boundingRect();
+    const QPointF punto = pagina.huecoLibre(tamano, ocupados, visible);
+    entidad->setProperty("FK_Tablero", tablero);
+    entidad->setProperty("x", vb::pixelsToTwips(qRound(punto.x())));
+    entidad->setProperty("Y", vb::pixelsToTwips(qRound(punto.y())));
+    entidad->setProperty("W", vb::pixelsToTwips(qRound(tamano.width())));
+    entidad->setProperty("H", vb::pixelsToTwips(qRound(tamano.height())));
+}
 
 void VentanaDemo::nuevoTablero()
 {
@@ -72,7 +81,7 @@ void VentanaDemo::colocarIndicador()
     if (indicador <= 0)
         return;
     std::unique_ptr<QObject> tab(m_engine->CrearEntidad(ctabindicador));
-    colocar(tab.get(), tablero, AnchoIndicador, AltoIndicador);
+    ubicarNuevo(tab.get(), tablero, TamanoIndicador);
     tab->setProperty("FK_Indicador", indicador);
     if (m_engine->Editar_Indicador_Tab(tab.get()) && m_engine->GuardarEntidad(tab.get()))
         seleccionarTablero(tablero);
@@ -86,8 +95,13 @@ void VentanaDemo::agregarTexto()
         return;
     }
     std::unique_ptr<QObject> figura(m_engine->CrearEntidad(cFigura));
-    colocar(figura.get(), tablero, AnchoTexto, AltoTexto);
-    if (m_engine->Editar_Figura(figura.get()) && m_engine->GuardarEntidad(figura.get()))
+    figura->setProperty("FK_Tablero", tablero);
+    if (!m_engine->Editar_Figura(figura.get()))
+        return;
+    // Its size is known once its text and font are.
+    const qreal anchoMaximo = m_escena->pagina().area().width() - 2 * PaginaTablero::Paso;
+    ubicarNuevo(figura.get(), tablero, ElementoTablero::tamanoParaTexto(figura.get(), anchoMaximo));
+    if (m_engine->GuardarEntidad(figura.get()))
         seleccionarTablero(tablero);
 }
 
