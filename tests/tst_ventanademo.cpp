@@ -16,6 +16,11 @@
 #include <QGraphicsScene>
 #include <QGraphicsView>
 #include <QListWidget>
+#include <QMenu>
+#include <QMessageBox>
+#include <QTimer>
+#include <QApplication>
+#include <QContextMenuEvent>
 #include <QScrollBar>
 #include <QFontMetricsF>
 #include <QPainter>
@@ -108,6 +113,48 @@ class TstVentanaDemo : public QObject {
         QTest::mouseMove(vista->viewport(), inicio + distancia / 2);
         QTest::mouseMove(vista->viewport(), inicio + distancia);
         QTest::mouseRelease(vista->viewport(), Qt::LeftButton, {}, inicio + distancia);
+    }
+
+    // Right-clicks a point of the page; enMenu is given the menu that opens, and must close it.
+    void menuContextual(VentanaDemo& ventana, QPointF punto, std::function<void(QMenu*)> enMenu)
+    {
+        auto* vista = control<QGraphicsView>(&ventana, QStringLiteral("vistaTablero"));
+        const QPoint local = vista->mapFromScene(punto);
+        bool abierto = false;
+        QTimer::singleShot(50, [&] {
+            auto* menu = qobject_cast<QMenu*>(QApplication::activePopupWidget());
+            abierto = menu != nullptr;
+            if (menu)
+                enMenu(menu);
+        });
+        QContextMenuEvent evento(QContextMenuEvent::Mouse, local, vista->viewport()->mapToGlobal(local));
+        QApplication::sendEvent(vista->viewport(), &evento);
+        QVERIFY(abierto);
+    }
+
+    static void elegir(QMenu* menu, const char* accion)
+    {
+        for (QAction* a : menu->actions())
+            if (a->objectName() == QLatin1String(accion))
+                menu->setActiveAction(a);
+        QTest::keyClick(menu, Qt::Key_Return);
+    }
+
+    // The layout view with the keyboard's focus, an item selected by Tab.
+    QGraphicsView* enfocarVista(VentanaDemo& ventana)
+    {
+        auto* vista = control<QGraphicsView>(&ventana, QStringLiteral("vistaTablero"));
+        vista->setFocus();
+        QTest::keyClick(vista, Qt::Key_Tab);
+        return vista;
+    }
+
+    // What the window system does when a dialog closes: the window is active again, its focus back.
+    static void devolverFoco(VentanaDemo& ventana, QWidget* enfocado)
+    {
+        ventana.activateWindow();
+        QVERIFY(QTest::qWaitForWindowActive(&ventana));
+        enfocado->setFocus();
     }
 
     static void mostrar(VentanaDemo& ventana)
@@ -379,6 +426,151 @@ private slots:
         vista->horizontalScrollBar()->setValue(vista->horizontalScrollBar()->maximum());
         vista->verticalScrollBar()->setValue(vista->verticalScrollBar()->maximum());
         QVERIFY(vista->mapToScene(vista->viewport()->rect()).boundingRect().contains(QPointF(667, 467)));
+    }
+
+    void arrowsMoveTheSelectedItemAGridStepAndShiftArrowsResizeIt()
+    {
+        VentanaDemo ventana(fixture.engine.get(), 1, db.url());
+        mostrar(ventana);
+        QGraphicsView* vista = enfocarVista(ventana);
+        ElementoTablero* titulo = figuraCon(ventana, QStringLiteral("Ventas de la semana"));
+        QVERIFY(titulo->isSelected());
+        const int pk = titulo->entidad()->property("Sys_PK").toInt();
+        QTest::keyClick(vista, Qt::Key_Right);
+        QTest::keyClick(vista, Qt::Key_Down);
+        QCOMPARE(geometriaGuardada("ut_bi_Fig", pk), (QVariantList{450, 300, 7800, 600}));
+        QTest::keyClick(vista, Qt::Key_Right, Qt::ShiftModifier);
+        QTest::keyClick(vista, Qt::Key_Up, Qt::ShiftModifier);
+        QCOMPARE(geometriaGuardada("ut_bi_Fig", pk), (QVariantList{450, 300, 7950, 450}));
+        // Up against the top of the page an arrow moves no further.
+        for (int i = 0; i < 5; ++i)
+            QTest::keyClick(vista, Qt::Key_Up);
+        QCOMPARE(geometriaGuardada("ut_bi_Fig", pk), (QVariantList{450, 0, 7950, 450}));
+        ventana.findChild<QAction*>(QStringLiteral("actRejilla"))->trigger();
+        QTest::keyClick(vista, Qt::Key_Left);
+        QCOMPARE(geometriaGuardada("ut_bi_Fig", pk), (QVariantList{435, 0, 7950, 450}));
+    }
+
+    void tabGoesThroughTheItemsInReadingOrder()
+    {
+        VentanaDemo ventana(fixture.engine.get(), 1, db.url());
+        mostrar(ventana);
+        QGraphicsView* vista = enfocarVista(ventana);
+        const QList<ElementoTablero*> orden{figuraCon(ventana, QStringLiteral("Ventas de la semana")),
+                                            indicadorDeTipo(ventana, VendimarBI::cBarraProgreso),
+                                            indicadorDeTipo(ventana, VendimarBI::cSemaforo),
+                                            indicadorDeTipo(ventana, VendimarBI::cMatrizGrafico),
+                                            figuraCon(ventana, QStringLiteral("Datos al cierre del día"))};
+        for (ElementoTablero* esperado : orden) {
+            QVERIFY(esperado->isSelected());
+            QCOMPARE(ventana.escena()->selectedItems().size(), 1);
+            QTest::keyClick(vista, Qt::Key_Tab);
+        }
+        QVERIFY(orden.first()->isSelected());
+        QTest::keyClick(vista, Qt::Key_Backtab, Qt::ShiftModifier);
+        QVERIFY(orden.last()->isSelected());
+        QVERIFY(vista->hasFocus());
+    }
+
+    void deleteKeyAsksBeforeRemovingTheItem()
+    {
+        VentanaDemo ventana(fixture.engine.get(), 1, db.url());
+        mostrar(ventana);
+        QGraphicsView* vista = enfocarVista(ventana);
+        ModalAnswerer answerer;
+        QString pregunta;
+        answerer.expect([&pregunta](QWidget* w) {
+            pregunta = qobject_cast<QMessageBox*>(w)->text();
+            ModalAnswerer::press(w, QStringLiteral("No"));
+        });
+        QTest::keyClick(vista, Qt::Key_Delete);
+        QCOMPARE(pregunta, QStringLiteral("¿Desea quitar el elemento seleccionado del tablero?"));
+        QCOMPARE(count(QStringLiteral("ut_bi_Fig")), 2);
+        answerer.expect([](QWidget* w) { ModalAnswerer::press(w, QStringLiteral("Sí")); });
+        devolverFoco(ventana, vista);
+        QTest::keyClick(vista, Qt::Key_Delete);
+        QCOMPARE(count(QStringLiteral("ut_bi_Fig")), 1);
+        QCOMPARE(db.scalar(QStringLiteral("SELECT COUNT(*) FROM ut_bi_Fig WHERE uf_Texto='Ventas de la semana'")).toInt(), 0);
+    }
+
+    void enterEditsTheSelectedItem()
+    {
+        VentanaDemo ventana(fixture.engine.get(), 1, db.url());
+        mostrar(ventana);
+        QGraphicsView* vista = enfocarVista(ventana);
+        ModalAnswerer answerer;
+        answerer.expect([](QWidget* w) {
+            QCOMPARE(w->objectName(), QStringLiteral("dlgFig"));
+            escribir(w, QStringLiteral("cTexto"), QStringLiteral("Ventas de hoy"));
+            pulsar(w, QStringLiteral("cmdAceptar"));
+        });
+        QTest::keyClick(vista, Qt::Key_Return);
+        QVERIFY(answerer.allAnswered());
+        QCOMPARE(db.scalar(QStringLiteral("SELECT COUNT(*) FROM ut_bi_Fig WHERE uf_Texto='Ventas de hoy'")).toInt(), 1);
+    }
+
+    void menusShowTheirShortcutsAndTheShortcutsWork()
+    {
+        VentanaDemo ventana(fixture.engine.get(), 1, db.url());
+        mostrar(ventana);
+        const QHash<QString, QKeySequence> atajos{
+            {QStringLiteral("actNuevoTablero"), QKeySequence(Qt::CTRL | Qt::Key_N)},
+            {QStringLiteral("actRenombrarTablero"), QKeySequence(Qt::Key_F2)},
+            {QStringLiteral("actColocarIndicador"), QKeySequence(Qt::CTRL | Qt::Key_I)},
+            {QStringLiteral("actAgregarTexto"), QKeySequence(Qt::CTRL | Qt::Key_T)},
+            {QStringLiteral("actEditarElemento"), QKeySequence(Qt::Key_Return)},
+            {QStringLiteral("actEliminarElemento"), QKeySequence(Qt::Key_Delete)}};
+        for (auto it = atajos.cbegin(); it != atajos.cend(); ++it)
+            QCOMPARE(ventana.findChild<QAction*>(it.key())->shortcut(), it.value());
+        ModalAnswerer answerer;
+        answerer.expect([](QWidget* w) {
+            escribir(w, QStringLiteral("txtNombre"), QStringLiteral("Compras"));
+            pulsar(w, QStringLiteral("cmdAceptar"));
+        });
+        QTest::keyClick(&ventana, Qt::Key_N, Qt::ControlModifier);
+        QCOMPARE(count(QStringLiteral("ut_bi_Tablero")), 2);
+        answerer.expect([](QWidget* w) {
+            escribir(w, QStringLiteral("txtNombre"), QStringLiteral("Compras del mes"));
+            pulsar(w, QStringLiteral("cmdAceptar"));
+        });
+        devolverFoco(ventana, control<QListWidget>(&ventana, QStringLiteral("lstTableros")));
+        QTest::keyClick(&ventana, Qt::Key_F2);
+        QVERIFY(answerer.unexpected.isEmpty());
+        QCOMPARE(db.scalar(QStringLiteral("SELECT COUNT(*) FROM ut_bi_Tablero WHERE uf_Nombre='Compras del mes'")).toInt(), 1);
+    }
+
+    void thePagesContextMenuAddsATextWhereItWasClicked()
+    {
+        VentanaDemo ventana(fixture.engine.get(), 1, db.url());
+        mostrar(ventana);
+        ModalAnswerer answerer;
+        answerer.expect([](QWidget* w) {
+            escribir(w, QStringLiteral("cTexto"), QStringLiteral("Nota"));
+            pulsar(w, QStringLiteral("cmdAceptar"));
+        });
+        menuContextual(ventana, QPointF(572, 383), [](QMenu* menu) {
+            QCOMPARE(menu->objectName(), QStringLiteral("menuPagina"));
+            elegir(menu, "actAgregarTextoAqui");
+        });
+        QVERIFY(answerer.allAnswered());
+        QCOMPARE(db.scalar(QStringLiteral("SELECT uf_X FROM ut_bi_Fig WHERE uf_Texto='Nota'")).toInt(), 570 * 15);
+        QCOMPARE(db.scalar(QStringLiteral("SELECT uf_Y FROM ut_bi_Fig WHERE uf_Texto='Nota'")).toInt(), 380 * 15);
+    }
+
+    void anItemsContextMenuSelectsItAndOffersItsActions()
+    {
+        VentanaDemo ventana(fixture.engine.get(), 1, db.url());
+        mostrar(ventana);
+        ElementoTablero* semaforo = indicadorDeTipo(ventana, VendimarBI::cSemaforo);
+        QStringList ofrecidas;
+        menuContextual(ventana, semaforo->mapToScene(QPointF(90, 150)), [&ofrecidas](QMenu* menu) {
+            QCOMPARE(menu->objectName(), QStringLiteral("menuElemento"));
+            for (QAction* a : menu->actions())
+                ofrecidas.append(a->objectName());
+            menu->close();
+        });
+        QCOMPARE(ofrecidas, (QStringList{QStringLiteral("actEditarElemento"), QStringLiteral("actEliminarElemento")}));
+        QVERIFY(semaforo->isSelected());
     }
 
     void deletesTheSelectedItemAfterAsking()

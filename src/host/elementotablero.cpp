@@ -191,6 +191,19 @@ void ElementoTablero::redimensionar(const QSizeF& pedido)
     update();
 }
 
+void ElementoTablero::desplazar(const QPointF& distancia)
+{
+    setPos(pos() + distancia);
+    guardarGeometria();
+    emit cambiado(this);
+}
+
+void ElementoTablero::crecer(const QSizeF& crecimiento)
+{
+    redimensionar(tamano() + crecimiento);
+    emit cambiado(this);
+}
+
 void ElementoTablero::mouseReleaseEvent(QGraphicsSceneMouseEvent* event)
 {
     if (m_enPestana) {

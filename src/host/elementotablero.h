@@ -34,6 +34,10 @@ public:
     static QSizeF tamanoParaTexto(const QObject* figura, qreal anchoMaximo);
     // Resizes the item to pedido, as far as the page and its grid allow.
     void redimensionar(const QSizeF& pedido);
+    // Moves the item by distancia, or grows it by crecimiento, as far as the
+    // page and its grid allow, and reports the change.
+    void desplazar(const QPointF& distancia);
+    void crecer(const QSizeF& crecimiento);
     QRectF boundingRect() const override;
     void paint(QPainter* painter, const QStyleOptionGraphicsItem* option, QWidget* widget) override;
 

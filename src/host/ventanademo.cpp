@@ -10,6 +10,7 @@
 #include "render/piezatablero.h"
 #include "model/vendimarbi.h"
 #include "vb/automationerror.h"
+#include "vistatablero.h"
 
 #include <QAction>
 #include <QGraphicsScene>
@@ -69,7 +70,7 @@ VentanaDemo::VentanaDemo(EEngine* engine, int usuario, const QString& descripcio
     m_botonesTablero = new QVBoxLayout;
     lateralLayout->addLayout(m_botonesTablero);
     m_escena = new EscenaTablero(this);
-    m_vista = new QGraphicsView(m_escena, this);
+    m_vista = new VistaTablero(m_escena, this);
     m_vista->setObjectName(QStringLiteral("vistaTablero"));
     m_vista->setRenderHint(QPainter::Antialiasing);
     m_vista->setAlignment(Qt::AlignLeft | Qt::AlignTop);
@@ -97,20 +98,21 @@ void VentanaDemo::construirAcciones()
         const char* menu;
         const char* texto;
         const char* nombre;
+        QKeySequence atajo;
         std::function<void()> hacer;
     };
     const QList<Accion> acciones{
-        {"&Biblioteca", "Biblioteca de &métricas", "actBibliotecaMetricas", [this] { m_engine->Biblioteca_Metricas(); }},
-        {"&Biblioteca", "Biblioteca de &indicadores", "actBibliotecaIndicadores",
+        {"&Biblioteca", "Biblioteca de &métricas", "actBibliotecaMetricas", {}, [this] { m_engine->Biblioteca_Metricas(); }},
+        {"&Biblioteca", "Biblioteca de &indicadores", "actBibliotecaIndicadores", {},
          [this] { m_engine->Biblioteca_Indicadores(); mostrarTablero(); }},
-        {"&Biblioteca", "&Revisar biblioteca…", "actRevisarBiblioteca", [this] { revisarBiblioteca(); }},
-        {"&Tablero", "&Nuevo tablero…", "actNuevoTablero", [this] { nuevoTablero(); }},
-        {"&Tablero", "&Renombrar tablero…", "actRenombrarTablero", [this] { renombrarTablero(); }},
-        {"&Tablero", "&Eliminar tablero", "actEliminarTablero", [this] { eliminarTablero(); }},
-        {"&Elementos", "Colocar &indicador…", "actColocarIndicador", [this] { colocarIndicador(); }},
-        {"&Elementos", "Agregar &texto…", "actAgregarTexto", [this] { agregarTexto(); }},
-        {"&Elementos", "&Editar elemento…", "actEditarElemento", [this] { editarElemento(elementoSeleccionado()); }},
-        {"&Elementos", "E&liminar elemento", "actEliminarElemento", [this] { eliminarElemento(); }},
+        {"&Biblioteca", "&Revisar biblioteca…", "actRevisarBiblioteca", {}, [this] { revisarBiblioteca(); }},
+        {"&Tablero", "&Nuevo tablero…", "actNuevoTablero", QKeySequence::New, [this] { nuevoTablero(); }},
+        {"&Tablero", "&Renombrar tablero…", "actRenombrarTablero", Qt::Key_F2, [this] { renombrarTablero(); }},
+        {"&Tablero", "&Eliminar tablero", "actEliminarTablero", {}, [this] { eliminarTablero(); }},
+        {"&Elementos", "Colocar &indicador…", "actColocarIndicador", Qt::CTRL | Qt::Key_I, [this] { colocarIndicador(); }},
+        {"&Elementos", "Agregar &texto…", "actAgregarTexto", Qt::CTRL | Qt::Key_T, [this] { agregarTexto(); }},
+        {"&Elementos", "&Editar elemento…", "actEditarElemento", Qt::Key_Return, [this] { editarElemento(elementoSeleccionado()); }},
+        {"&Elementos", "E&liminar elemento", "actEliminarElemento", QKeySequence::Delete, [this] { eliminarElemento(); }},
     };
     QToolBar* barra = addToolBar(QStringLiteral("Acciones"));
     barra->setObjectName(QStringLiteral("barraAcciones"));
@@ -122,6 +124,7 @@ void VentanaDemo::construirAcciones()
             menus.insert(menuName, menuBar()->addMenu(menuName));
         QAction* action = menus.value(menuName)->addAction(QString::fromUtf8(a.texto));
         action->setObjectName(QString::fromLatin1(a.nombre));
+        action->setShortcut(a.atajo);
         connect(action, &QAction::triggered, this, a.hacer);
         // Dashboards are managed from the buttons under their list; the tool
         // bar keeps the work on the layout and the libraries.
@@ -131,6 +134,8 @@ void VentanaDemo::construirAcciones()
             m_botonesTablero->addWidget(botonDe(action));
     }
     QAction* salir = menus.value(QStringLiteral("&Tablero"))->addAction(QStringLiteral("&Salir"));
+    salir->setShortcut(QKeySequence::Quit);
+    prepararVista();
     connect(salir, &QAction::triggered, this, &QWidget::close);
     QMenu* ver = menuBar()->addMenu(QStringLiteral("&Ver"));
     m_verCajas = ver->addAction(QStringLiteral("Ver como &cajas"));
@@ -150,6 +155,29 @@ void VentanaDemo::verComoCajas(bool cajas)
         m_verCajas->setChecked(cajas);
     else
         mostrarTablero();
+}
+
+// Enter and Delete act on the selected item only while the layout has the
+// focus: in the list of dashboards they keep their usual meaning.
+void VentanaDemo::prepararVista()
+{
+    QList<QAction*> accionesElemento;
+    for (const char* nombre : {"actEditarElemento", "actEliminarElemento"}) {
+        auto* accion = findChild<QAction*>(QLatin1String(nombre));
+        accion->setShortcutContext(Qt::WidgetWithChildrenShortcut);
+        m_vista->addAction(accion);
+        accionesElemento.append(accion);
+    }
+    m_vista->setAccionesElemento(accionesElemento);
+    auto* indicadorAqui = new QAction(QStringLiteral("Colocar indicador aquí…"), this);
+    indicadorAqui->setObjectName(QStringLiteral("actColocarIndicadorAqui"));
+    connect(indicadorAqui, &QAction::triggered, this, [this] { colocarIndicador(m_vista->puntoMenu()); });
+    auto* textoAqui = new QAction(QStringLiteral("Agregar texto aquí…"), this);
+    textoAqui->setObjectName(QStringLiteral("actAgregarTextoAqui"));
+    connect(textoAqui, &QAction::triggered, this, [this] { agregarTexto(m_vista->puntoMenu()); });
+    m_vista->setAccionesPagina({indicadorAqui, textoAqui});
+    connect(m_vista, &VistaTablero::moverPedido, this, &VentanaDemo::moverElemento);
+    connect(m_vista, &VistaTablero::redimensionarPedido, this, &VentanaDemo::redimensionarElemento);
 }
 
 void VentanaDemo::ajustarARejilla(bool activa)
@@ -255,6 +283,5 @@ void VentanaDemo::agregarElemento(ElementoTablero* elemento)
 
 ElementoTablero* VentanaDemo::elementoSeleccionado() const
 {
-    const QList<QGraphicsItem*> seleccion = m_escena->selectedItems();
-    return seleccion.isEmpty() ? nullptr : dynamic_cast<ElementoTablero*>(seleccion.first());
+    return m_vista->seleccionado();
 }

@@ -5,12 +5,13 @@
 
 #include <QMainWindow>
 #include <memory>
+#include <optional>
 
 class EEngine;
 class ElementoTablero;
 class LectorPiezas;
 class QAction;
-class QGraphicsView;
+class VistaTablero;
 class QListWidget;
 class QVBoxLayout;
 
@@ -34,8 +35,12 @@ public:
     void nuevoTablero();
     void renombrarTablero();
     void eliminarTablero();
-    void colocarIndicador();
-    void agregarTexto();
+    // Without a point, new items go to the first free spot of the visible page.
+    void colocarIndicador(const std::optional<QPointF>& en = std::nullopt);
+    void agregarTexto(const std::optional<QPointF>& en = std::nullopt);
+    // In steps of the grid, or of a pixel while it is off.
+    void moverElemento(ElementoTablero* elemento, int pasosX, int pasosY);
+    void redimensionarElemento(ElementoTablero* elemento, int pasosX, int pasosY);
     void eliminarElemento();
     void editarElemento(ElementoTablero* elemento);
     void revisarBiblioteca();
@@ -46,20 +51,22 @@ public:
 
 private:
     void construirAcciones();
+    void prepararVista();
     void cargarTableros();
     void mostrarTablero();
     void agregarIndicadores(const QList<QObject*>& colocados);
     void agregarElemento(ElementoTablero* elemento);
     QString describirIndicador(int clave);
     ElementoTablero* elementoSeleccionado() const;
-    void ubicarNuevo(QObject* entidad, int tablero, const QSizeF& necesario);
+    void ubicarNuevo(QObject* entidad, int tablero, const QSizeF& necesario, const std::optional<QPointF>& en);
+    qreal paso() const;
 
     EEngine* m_engine;
     int m_usuario;
     QListWidget* lstTableros = nullptr;
     QVBoxLayout* m_botonesTablero = nullptr;
     EscenaTablero* m_escena = nullptr;
-    QGraphicsView* m_vista = nullptr;
+    VistaTablero* m_vista = nullptr;
     QAction* m_verCajas = nullptr;
     QAction* m_rejilla = nullptr;
     ValoresMuestra m_muestras;

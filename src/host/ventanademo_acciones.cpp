@@ -6,11 +6,11 @@
 #include "model/vendimarbi.h"
 #include "vb/automationerror.h"
 #include "vb/vb.h"
+#include "vistatablero.h"
 #include "ventanademo.h"
 #include "ventanarevision.h"
 
 #include <QGraphicsScene>
-#include <QGraphicsView>
 #include <memory>
 
 using namespace VendimarBI;
@@ -22,7 +22,7 @@ const QSizeF TamanoIndicador(240, 120);
 
 // A new item goes to the first free spot of the part of the page the user
 // sees, in a size that fits what it shows.
-void VentanaDemo::ubicarNuevo(QObject* entidad, int tablero, const QSizeF& necesario)
+void VentanaDemo::ubicarNuevo(QObject* entidad, int tablero, const QSizeF& necesario, const std::optional<QPointF>& en)
 {
     const PaginaTablero& pagina = m_escena->pagina();
     const QSizeF tamano = pagina.tamanoNuevo(necesario);
@@ -31,7 +31,7 @@ void VentanaDemo::ubicarNuevo(QObject* entidad, int tablero, const QSizeF& neces
         if (dynamic_cast<ElementoTablero*>(item))
             ocupados.append(item->sceneBoundingRect());
     const QRectF visible = m_vista->mapToScene(m_vista->viewport()->rect()).boundingRect();
-    const QPointF punto = pagina.huecoLibre(tamano, ocupados, visible);
+    const QPointF punto = en ? pagina.ajustarPosicion(*en, tamano) : pagina.huecoLibre(tamano, ocupados, visible);
     entidad->setProperty("FK_Tablero", tablero);
     entidad->setProperty("x", vb::pixelsToTwips(qRound(punto.x())));
     entidad->setProperty("Y", vb::pixelsToTwips(qRound(punto.y())));
@@ -70,7 +70,7 @@ void VentanaDemo::eliminarTablero()
         cargarTableros();
 }
 
-void VentanaDemo::colocarIndicador()
+void VentanaDemo::colocarIndicador(const std::optional<QPointF>& en)
 {
     const int tablero = tableroActual();
     if (tablero <= 0) {
@@ -81,13 +81,13 @@ void VentanaDemo::colocarIndicador()
     if (indicador <= 0)
         return;
     std::unique_ptr<QObject> tab(m_engine->CrearEntidad(ctabindicador));
-    ubicarNuevo(tab.get(), tablero, TamanoIndicador);
+    ubicarNuevo(tab.get(), tablero, TamanoIndicador, en);
     tab->setProperty("FK_Indicador", indicador);
     if (m_engine->Editar_Indicador_Tab(tab.get()) && m_engine->GuardarEntidad(tab.get()))
         seleccionarTablero(tablero);
 }
 
-void VentanaDemo::agregarTexto()
+void VentanaDemo::agregarTexto(const std::optional<QPointF>& en)
 {
     const int tablero = tableroActual();
     if (tablero <= 0) {
@@ -100,9 +100,24 @@ void VentanaDemo::agregarTexto()
         return;
     // Its size is known once its text and font are.
     const qreal anchoMaximo = m_escena->pagina().area().width() - 2 * PaginaTablero::Paso;
-    ubicarNuevo(figura.get(), tablero, ElementoTablero::tamanoParaTexto(figura.get(), anchoMaximo));
+    ubicarNuevo(figura.get(), tablero, ElementoTablero::tamanoParaTexto(figura.get(), anchoMaximo), en);
     if (m_engine->GuardarEntidad(figura.get()))
         seleccionarTablero(tablero);
+}
+
+qreal VentanaDemo::paso() const
+{
+    return m_escena->pagina().rejilla() ? PaginaTablero::Paso : 1.0;
+}
+
+void VentanaDemo::moverElemento(ElementoTablero* elemento, int pasosX, int pasosY)
+{
+    elemento->desplazar(QPointF(pasosX * paso(), pasosY * paso()));
+}
+
+void VentanaDemo::redimensionarElemento(ElementoTablero* elemento, int pasosX, int pasosY)
+{
+    elemento->crecer(QSizeF(pasosX * paso(), pasosY * paso()));
 }
 
 void VentanaDemo::editarElemento(ElementoTablero* elemento)
