@@ -573,6 +573,120 @@ private slots:
         QVERIFY(semaforo->isSelected());
     }
 
+    void movesAndResizesAreUndoneAndRedoneInTheDatabase()
+    {
+        VentanaDemo ventana(fixture.engine.get(), 1, db.url());
+        mostrar(ventana);
+        QGraphicsView* vista = enfocarVista(ventana);
+        const int pk = figuraCon(ventana, QStringLiteral("Ventas de la semana"))->entidad()->property("Sys_PK").toInt();
+        QTest::keyClick(vista, Qt::Key_Right);
+        QTest::keyClick(vista, Qt::Key_Right, Qt::ShiftModifier);
+        QCOMPARE(geometriaGuardada("ut_bi_Fig", pk), (QVariantList{450, 150, 7950, 600}));
+        auto* deshacer = ventana.findChild<QAction*>(QStringLiteral("actDeshacer"));
+        QCOMPARE(deshacer->text(), QStringLiteral("&Deshacer cambiar tamaño"));
+        QTest::keyClick(vista, Qt::Key_Z, Qt::ControlModifier);
+        QCOMPARE(geometriaGuardada("ut_bi_Fig", pk), (QVariantList{450, 150, 7800, 600}));
+        QCOMPARE(deshacer->text(), QStringLiteral("&Deshacer mover elemento"));
+        QTest::keyClick(vista, Qt::Key_Z, Qt::ControlModifier);
+        QCOMPARE(geometriaGuardada("ut_bi_Fig", pk), (QVariantList{300, 150, 7800, 600}));
+        QVERIFY(!deshacer->isEnabled());
+        // The item drawn again stays the selected one.
+        QVERIFY(figuraCon(ventana, QStringLiteral("Ventas de la semana"))->isSelected());
+        QTest::keyClick(vista, Qt::Key_Y, Qt::ControlModifier);
+        QTest::keyClick(vista, Qt::Key_Y, Qt::ControlModifier);
+        QCOMPARE(geometriaGuardada("ut_bi_Fig", pk), (QVariantList{450, 150, 7950, 600}));
+        arrastrar(ventana, figuraCon(ventana, QStringLiteral("Ventas de la semana")), QPointF(30, 10), QPoint(40, 60));
+        QCOMPARE(geometriaGuardada("ut_bi_Fig", pk), (QVariantList{1050, 1050, 7950, 600}));
+        QTest::keyClick(vista, Qt::Key_Z, Qt::ControlModifier);
+        QCOMPARE(geometriaGuardada("ut_bi_Fig", pk), (QVariantList{450, 150, 7950, 600}));
+    }
+
+    void anAddIsUndoneAndRedone()
+    {
+        VentanaDemo ventana(fixture.engine.get(), 1, db.url());
+        mostrar(ventana);
+        ModalAnswerer answerer;
+        answerer.expect([](QWidget* w) {
+            escribir(w, QStringLiteral("cTexto"), QStringLiteral("Meta anual"));
+            pulsar(w, QStringLiteral("cmdAceptar"));
+        });
+        disparar(ventana, "actAgregarTexto");
+        const QString donde = QStringLiteral("SELECT uf_X FROM ut_bi_Fig WHERE uf_Texto='Meta anual'");
+        const int x = db.scalar(donde).toInt();
+        QCOMPARE(count(QStringLiteral("ut_bi_Fig")), 3);
+        disparar(ventana, "actDeshacer");
+        QCOMPARE(count(QStringLiteral("ut_bi_Fig")), 2);
+        QCOMPARE(elementos(ventana).size(), 5);
+        disparar(ventana, "actRehacer");
+        QCOMPARE(count(QStringLiteral("ut_bi_Fig")), 3);
+        QCOMPARE(db.scalar(donde).toInt(), x);
+        QVERIFY(figuraCon(ventana, QStringLiteral("Meta anual"))->isSelected());
+    }
+
+    void undoingADeleteRecreatesTheItemWithEveryValue()
+    {
+        VentanaDemo ventana(fixture.engine.get(), 1, db.url());
+        mostrar(ventana);
+        const QString fila = QStringLiteral(
+            "SELECT uf_X || ',' || uf_Y || ',' || uf_W || ',' || uf_H || ',' || uf_FK_Entidad || ',' || uf_pinicial"
+            " || ',' || uf_Periodos || ',' || uf_l1 || ',' || uf_l2 || ',' || uf_l8 FROM ut_bi_TabIndicador WHERE uf_FK_Entidad=2");
+        const QString original = db.scalar(fila).toString();
+        QVERIFY(!original.isEmpty());
+        QGraphicsView* vista = enfocarVista(ventana);
+        indicadorDeTipo(ventana, VendimarBI::cSemaforo)->setSelected(true);
+        figuraCon(ventana, QStringLiteral("Ventas de la semana"))->setSelected(false);
+        QTest::keyClick(vista, Qt::Key_Down);
+        ModalAnswerer answerer;
+        answerer.expect([](QWidget* w) { ModalAnswerer::press(w, QStringLiteral("Sí")); });
+        QTest::keyClick(vista, Qt::Key_Delete);
+        QCOMPARE(count(QStringLiteral("ut_bi_TabIndicador")), 2);
+        devolverFoco(ventana, vista);
+        QTest::keyClick(vista, Qt::Key_Z, Qt::ControlModifier);
+        QCOMPARE(count(QStringLiteral("ut_bi_TabIndicador")), 3);
+        QVERIFY(indicadorDeTipo(ventana, VendimarBI::cSemaforo)->isSelected());
+        // Undoing the move reaches the item under its new key.
+        QTest::keyClick(vista, Qt::Key_Z, Qt::ControlModifier);
+        QCOMPARE(db.scalar(fila).toString(), original);
+        QTest::keyClick(vista, Qt::Key_Y, Qt::ControlModifier);
+        QTest::keyClick(vista, Qt::Key_Y, Qt::ControlModifier);
+        QCOMPARE(count(QStringLiteral("ut_bi_TabIndicador")), 2);
+        QCOMPARE(fixture.um->asked.count(QStringLiteral("KZ4-TBL-03-000")), 2);
+    }
+
+    void anEditIsUndone()
+    {
+        VentanaDemo ventana(fixture.engine.get(), 1, db.url());
+        mostrar(ventana);
+        QGraphicsView* vista = enfocarVista(ventana);
+        ModalAnswerer answerer;
+        answerer.expect([](QWidget* w) {
+            escribir(w, QStringLiteral("cTexto"), QStringLiteral("Ventas de hoy"));
+            pulsar(w, QStringLiteral("cmdAceptar"));
+        });
+        QTest::keyClick(vista, Qt::Key_Return);
+        QCOMPARE(ventana.findChild<QAction*>(QStringLiteral("actDeshacer"))->text(),
+                 QStringLiteral("&Deshacer editar elemento"));
+        disparar(ventana, "actDeshacer");
+        QCOMPARE(db.scalar(QStringLiteral("SELECT COUNT(*) FROM ut_bi_Fig WHERE uf_Texto='Ventas de la semana'")).toInt(), 1);
+        QCOMPARE(db.scalar(QStringLiteral("SELECT COUNT(*) FROM ut_bi_Fig WHERE uf_Texto='Ventas de hoy'")).toInt(), 0);
+    }
+
+    void anotherDashboardStartsAFreshHistory()
+    {
+        VentanaDemo ventana(fixture.engine.get(), 1, db.url());
+        mostrar(ventana);
+        QGraphicsView* vista = enfocarVista(ventana);
+        QTest::keyClick(vista, Qt::Key_Right);
+        QVERIFY(ventana.findChild<QAction*>(QStringLiteral("actDeshacer"))->isEnabled());
+        ModalAnswerer answerer;
+        answerer.expect([](QWidget* w) {
+            escribir(w, QStringLiteral("txtNombre"), QStringLiteral("Compras"));
+            pulsar(w, QStringLiteral("cmdAceptar"));
+        });
+        disparar(ventana, "actNuevoTablero");
+        QVERIFY(!ventana.findChild<QAction*>(QStringLiteral("actDeshacer"))->isEnabled());
+    }
+
     void deletesTheSelectedItemAfterAsking()
     {
         VentanaDemo ventana(fixture.engine.get(), 1, db.url());

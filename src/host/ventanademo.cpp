@@ -23,6 +23,7 @@
 #include <QStatusBar>
 #include <QToolBar>
 #include <QToolButton>
+#include <QUndoStack>
 #include <QVBoxLayout>
 
 using namespace VendimarBI;
@@ -58,6 +59,7 @@ VentanaDemo::VentanaDemo(EEngine* engine, int usuario, const QString& descripcio
     : QMainWindow(parent)
     , m_engine(engine)
     , m_usuario(usuario)
+    , m_almacen(engine)
 {
     setObjectName(QStringLiteral("VentanaDemo"));
     setWindowTitle(QStringLiteral("VendimarBI — Diseñador de tableros (usuario %1)").arg(usuario));
@@ -136,6 +138,7 @@ void VentanaDemo::construirAcciones()
     QAction* salir = menus.value(QStringLiteral("&Tablero"))->addAction(QStringLiteral("&Salir"));
     salir->setShortcut(QKeySequence::Quit);
     prepararVista();
+    prepararHistoria(menus.value(QStringLiteral("&Elementos")));
     connect(salir, &QAction::triggered, this, &QWidget::close);
     QMenu* ver = menuBar()->addMenu(QStringLiteral("&Ver"));
     m_verCajas = ver->addAction(QStringLiteral("Ver como &cajas"));
@@ -241,6 +244,10 @@ void VentanaDemo::mostrarTablero()
     m_tablero.reset();
     m_lector.reset();
     const int clave = tableroActual();
+    if (clave != m_tableroMostrado) {
+        m_historia->clear();
+        m_tableroMostrado = clave;
+    }
     if (clave <= 0)
         return;
     try {

@@ -1,5 +1,6 @@
 #pragma once
 
+#include "almacenelementos.h"
 #include "escenatablero.h"
 #include "render/valoresmuestra.h"
 
@@ -11,7 +12,10 @@ class EEngine;
 class ElementoTablero;
 class LectorPiezas;
 class QAction;
+class OrdenElemento;
+class QUndoStack;
 class VistaTablero;
+struct ClaveElemento;
 class QListWidget;
 class QVBoxLayout;
 
@@ -52,6 +56,12 @@ public:
 private:
     void construirAcciones();
     void prepararVista();
+    void prepararHistoria(QMenu* antesDe);
+    // Records a step the user just did, for undo and redo.
+    void registrar(OrdenElemento* orden);
+    void registrarPresencia(int paso, QObject* entidad, const QVariantMap& estado);
+    // After an undo or redo: the dashboard drawn again, the item that changed selected.
+    void mostrarCambio(const ClaveElemento& clave);
     void cargarTableros();
     void mostrarTablero();
     void agregarIndicadores(const QList<QObject*>& colocados);
@@ -69,6 +79,10 @@ private:
     VistaTablero* m_vista = nullptr;
     QAction* m_verCajas = nullptr;
     QAction* m_rejilla = nullptr;
+    QUndoStack* m_historia = nullptr;
+    AlmacenElementos m_almacen;
+    // The undo history belongs to the dashboard shown: another one starts it anew.
+    int m_tableroMostrado = 0;
     ValoresMuestra m_muestras;
     // What the tiles of the dashboard shown paint from.
     std::unique_ptr<LectorPiezas> m_lector;

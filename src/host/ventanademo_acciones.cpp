@@ -1,6 +1,8 @@
 // What the demo window's actions do: each goes through an entry point of the
 // engine, so the user's rights are asked exactly as in a real host.
+#include "cambioelemento.h"
 #include "elementotablero.h"
+#include "presenciaelemento.h"
 #include "engine/eengine.h"
 #include "engine/msgbox.h"
 #include "model/vendimarbi.h"
@@ -83,8 +85,10 @@ void VentanaDemo::colocarIndicador(const std::optional<QPointF>& en)
     std::unique_ptr<QObject> tab(m_engine->CrearEntidad(ctabindicador));
     ubicarNuevo(tab.get(), tablero, TamanoIndicador, en);
     tab->setProperty("FK_Indicador", indicador);
-    if (m_engine->Editar_Indicador_Tab(tab.get()) && m_engine->GuardarEntidad(tab.get()))
-        seleccionarTablero(tablero);
+    if (!m_engine->Editar_Indicador_Tab(tab.get()) || !m_engine->GuardarEntidad(tab.get()))
+        return;
+    registrarPresencia(PresenciaElemento::Alta, tab.get(), AlmacenElementos::estado(tab.get()));
+    seleccionarTablero(tablero);
 }
 
 void VentanaDemo::agregarTexto(const std::optional<QPointF>& en)
@@ -101,8 +105,10 @@ void VentanaDemo::agregarTexto(const std::optional<QPointF>& en)
     // Its size is known once its text and font are.
     const qreal anchoMaximo = m_escena->pagina().area().width() - 2 * PaginaTablero::Paso;
     ubicarNuevo(figura.get(), tablero, ElementoTablero::tamanoParaTexto(figura.get(), anchoMaximo), en);
-    if (m_engine->GuardarEntidad(figura.get()))
-        seleccionarTablero(tablero);
+    if (!m_engine->GuardarEntidad(figura.get()))
+        return;
+    registrarPresencia(PresenciaElemento::Alta, figura.get(), AlmacenElementos::estado(figura.get()));
+    seleccionarTablero(tablero);
 }
 
 qreal VentanaDemo::paso() const
@@ -137,9 +143,17 @@ void VentanaDemo::guardarElemento(ElementoTablero* elemento)
 {
     if (!elemento || !elemento->entidad())
         return;
+    QObject* entidad = elemento->entidad();
+    const int tipo = elemento->esFigura() ? cFigura : ctabindicador;
     try {
-        if (!m_engine->GuardarEntidad(elemento->entidad()))
+        const std::shared_ptr<ClaveElemento> clave = m_almacen.clave(tipo, entidad->property("Sys_PK").toInt());
+        const QVariantMap antes = m_almacen.leer(*clave);
+        const QVariantMap despues = AlmacenElementos::estado(entidad);
+        if (!m_engine->GuardarEntidad(entidad))
             vbui::MsgBox(QStringLiteral("No se pudo guardar el elemento."), vbui::vbExclamation);
+        else if (antes != despues)
+            registrar(new CambioElemento(&m_almacen, clave, antes, despues,
+                                         [this](const ClaveElemento& cambiada) { mostrarCambio(cambiada); }));
     } catch (const vb::AutomationError& e) {
         vbui::MsgBox(e.description(), vbui::vbExclamation);
     }
@@ -157,8 +171,11 @@ void VentanaDemo::eliminarElemento()
                      vbui::vbYesNo | vbui::vbQuestion | vbui::vbDefaultButton2) != vbui::vbYes)
         return;
     const int tipo = elemento->esFigura() ? cFigura : ctabindicador;
-    if (m_engine->EliminarEntidad(tipo, elemento->entidad()->property("Sys_PK").toInt()))
-        mostrarTablero();
+    const QVariantMap estado = AlmacenElementos::estado(elemento->entidad());
+    if (!m_engine->EliminarEntidad(tipo, elemento->entidad()->property("Sys_PK").toInt()))
+        return;
+    registrarPresencia(PresenciaElemento::Baja, elemento->entidad(), estado);
+    mostrarTablero();
 }
 
 // Fixes may remove placements and texts: the dashboard is drawn again after.
