@@ -16,6 +16,10 @@
 #include <QGraphicsScene>
 #include <QGraphicsView>
 #include <QListWidget>
+#include <QLineEdit>
+#include <QPushButton>
+#include <QTreeWidget>
+#include <QDialog>
 #include <QMenu>
 #include <QMessageBox>
 #include <QTimer>
@@ -685,6 +689,90 @@ private slots:
         });
         disparar(ventana, "actNuevoTablero");
         QVERIFY(!ventana.findChild<QAction*>(QStringLiteral("actDeshacer"))->isEnabled());
+    }
+
+    // Ctrl+F opens the search window; its results as rows of name, kind, path and uses.
+    QTreeWidget* buscar(VentanaDemo& ventana, const QString& texto)
+    {
+        QTest::keyClick(&ventana, Qt::Key_F, Qt::ControlModifier);
+        auto* busqueda = ventana.findChild<QDialog*>(QStringLiteral("VentanaBusqueda"));
+        if (!busqueda || !busqueda->isVisible())
+            return nullptr;
+        auto* txt = control<QLineEdit>(busqueda, QStringLiteral("txtBuscar"));
+        txt->clear();
+        txt->insert(texto);
+        return control<QTreeWidget>(busqueda, QStringLiteral("lstResultados"));
+    }
+
+    static QStringList filas(QTreeWidget* lista)
+    {
+        QStringList result;
+        for (int i = 0; i < lista->topLevelItemCount(); ++i) {
+            QStringList celdas;
+            for (int c = 0; c < 4; ++c)
+                celdas.append(lista->topLevelItem(i)->text(c));
+            result.append(celdas.join(QLatin1Char('|')));
+        }
+        return result;
+    }
+
+    void searchFindsTheLibraryByNameWithPathsAndUses()
+    {
+        VentanaDemo ventana(fixture.engine.get(), 1, db.url());
+        mostrar(ventana);
+        QTreeWidget* lista = buscar(ventana, QStringLiteral("venta"));
+        QVERIFY(lista);
+        QCOMPARE(filas(lista), (QStringList{
+                                   QStringLiteral("Ventas|Perspectiva||"),
+                                   QStringLiteral("Inventario|Perspectiva||"),
+                                   QStringLiteral("Venta diaria|Métrica|Ventas|Indicadores: Avance de ventas, Resumen de ventas"),
+                                   QStringLiteral("Avance de ventas|Indicador|Ventas|Tableros: Mi tablero"),
+                                   QStringLiteral("Resumen de ventas|Indicador|Ventas|Tableros: Mi tablero"),
+                               }));
+        QCOMPARE(filas(buscar(ventana, QStringLiteral("SUCURSAL"))), QStringList{QStringLiteral("Por sucursal|Perspectiva|Ventas|")});
+        // Accents and case do not matter.
+        QCOMPARE(filas(buscar(ventana, QStringLiteral("semaforo"))),
+                 QStringList{QStringLiteral("Semáforo de existencias|Indicador|Inventario|Tableros: Mi tablero")});
+        QCOMPARE(filas(buscar(ventana, QStringLiteral("tick"))),
+                 QStringList{QStringLiteral("Tickets|Métrica|Ventas|Indicadores: Resumen de ventas")});
+    }
+
+    void searchOfHostileTextFindsNothingAndHarmsNothing()
+    {
+        VentanaDemo ventana(fixture.engine.get(), 1, db.url());
+        mostrar(ventana);
+        for (const QString& texto : {QStringLiteral("   "), QStringLiteral("'; DROP TABLE ut_bi_Metrica; --"),
+                                     QStringLiteral("売上"), QString(500, QLatin1Char('x'))}) {
+            QTreeWidget* lista = buscar(ventana, texto);
+            QVERIFY(lista);
+            QCOMPARE(lista->topLevelItemCount(), 0);
+            QVERIFY(!control<QPushButton>(ventana.findChild<QDialog*>(QStringLiteral("VentanaBusqueda")),
+                                          QStringLiteral("cmdAbrir"))->isEnabled());
+        }
+        QCOMPARE(count(QStringLiteral("ut_bi_Metrica")), 3);
+    }
+
+    void aResultOpensItsEditorThroughTheEngine()
+    {
+        VentanaDemo ventana(fixture.engine.get(), 1, db.url());
+        mostrar(ventana);
+        QTreeWidget* lista = buscar(ventana, QStringLiteral("Tickets"));
+        QVERIFY(lista);
+        ModalAnswerer answerer;
+        QString abierto;
+        answerer.expect([&abierto](QWidget* w) {
+            abierto = w->objectName();
+            qobject_cast<QDialog*>(w)->reject();
+        });
+        pulsar(ventana.findChild<QDialog*>(QStringLiteral("VentanaBusqueda")), QStringLiteral("cmdAbrir"));
+        QCOMPARE(abierto, QStringLiteral("dlgDato"));
+        QCOMPARE(fixture.um->asked, QStringList{QStringLiteral("KZ4-TBL-05-005")});
+        // Refused, the right opens nothing.
+        fixture.um->refused.insert(QStringLiteral("KZ4-TBL-06-002"));
+        lista = buscar(ventana, QStringLiteral("Avance"));
+        QTest::keyClick(lista, Qt::Key_Return);
+        QCOMPARE(fixture.um->asked.last(), QStringLiteral("KZ4-TBL-06-002"));
+        QVERIFY(answerer.unexpected.isEmpty());
     }
 
     void deletesTheSelectedItemAfterAsking()

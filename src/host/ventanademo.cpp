@@ -108,6 +108,7 @@ void VentanaDemo::construirAcciones()
         {"&Biblioteca", "Biblioteca de &indicadores", "actBibliotecaIndicadores", {},
          [this] { m_engine->Biblioteca_Indicadores(); mostrarTablero(); }},
         {"&Biblioteca", "&Revisar biblioteca…", "actRevisarBiblioteca", {}, [this] { revisarBiblioteca(); }},
+        {"&Biblioteca", "&Buscar en la biblioteca…", "actBuscar", QKeySequence::Find, [this] { abrirBusqueda(); }},
         {"&Tablero", "&Nuevo tablero…", "actNuevoTablero", QKeySequence::New, [this] { nuevoTablero(); }},
         {"&Tablero", "&Renombrar tablero…", "actRenombrarTablero", Qt::Key_F2, [this] { renombrarTablero(); }},
         {"&Tablero", "&Eliminar tablero", "actEliminarTablero", {}, [this] { eliminarTablero(); }},

@@ -5,6 +5,7 @@
 #include "render/valoresmuestra.h"
 
 #include <QMainWindow>
+#include <QPointer>
 #include <memory>
 #include <optional>
 
@@ -14,6 +15,7 @@ class LectorPiezas;
 class QAction;
 class OrdenElemento;
 class QUndoStack;
+class VentanaBusqueda;
 class VistaTablero;
 struct ClaveElemento;
 class QListWidget;
@@ -48,6 +50,7 @@ public:
     void eliminarElemento();
     void editarElemento(ElementoTablero* elemento);
     void revisarBiblioteca();
+    void abrirBusqueda();
     void guardarElemento(ElementoTablero* elemento);
     void verComoCajas(bool cajas);
     // Turns snapping to the grid on and off for moves, resizes and new items.
@@ -80,6 +83,7 @@ private:
     QAction* m_verCajas = nullptr;
     QAction* m_rejilla = nullptr;
     QUndoStack* m_historia = nullptr;
+    QPointer<VentanaBusqueda> m_busqueda;
     AlmacenElementos m_almacen;
     // The undo history belongs to the dashboard shown: another one starts it anew.
     int m_tableroMostrado = 0;

@@ -8,6 +8,7 @@
 #include "model/vendimarbi.h"
 #include "vb/automationerror.h"
 #include "vb/vb.h"
+#include "ventanabusqueda.h"
 #include "vistatablero.h"
 #include "ventanademo.h"
 #include "ventanarevision.h"
@@ -176,6 +177,19 @@ void VentanaDemo::eliminarElemento()
         return;
     registrarPresencia(PresenciaElemento::Baja, elemento->entidad(), estado);
     mostrarTablero();
+}
+
+// One search window, raised again when asked for again. What its editors
+// change may rename what the dashboard shows, so it is drawn again after.
+void VentanaDemo::abrirBusqueda()
+{
+    if (!m_busqueda) {
+        m_busqueda = new VentanaBusqueda(m_engine, this);
+        connect(m_busqueda, &VentanaBusqueda::editado, this, &VentanaDemo::mostrarTablero);
+    }
+    m_busqueda->show();
+    m_busqueda->raise();
+    m_busqueda->activateWindow();
 }
 
 // Fixes may remove placements and texts: the dashboard is drawn again after.
