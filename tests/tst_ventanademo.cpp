@@ -16,6 +16,12 @@
 #include <QGraphicsScene>
 #include <QGraphicsView>
 #include <QListWidget>
+#include <QGraphicsTextItem>
+#include <QLabel>
+#include <QSettings>
+#include <QSplitter>
+#include <QStatusBar>
+#include <QTemporaryDir>
 #include <QLineEdit>
 #include <QPushButton>
 #include <QTreeWidget>
@@ -39,6 +45,7 @@ class TstVentanaDemo : public QObject {
 
     TestDatabase db;
     EngineFixture fixture;
+    QTemporaryDir ajustes;
 
     int count(const QString& table) { return db.scalar(QStringLiteral("SELECT COUNT(*) FROM ") + table).toInt(); }
 
@@ -179,10 +186,20 @@ class TstVentanaDemo : public QObject {
     }
 
 private slots:
-    void initTestCase() { VBI_CREATE_TEST_DATABASE(db); }
+    void initTestCase()
+    {
+        VBI_CREATE_TEST_DATABASE(db);
+        // What the window remembers goes to this program's own folder.
+        QVERIFY(ajustes.isValid());
+        QSettings::setDefaultFormat(QSettings::IniFormat);
+        QSettings::setPath(QSettings::IniFormat, QSettings::UserScope, ajustes.path());
+        QCoreApplication::setOrganizationName(QStringLiteral("VendimarBI"));
+        QCoreApplication::setApplicationName(QStringLiteral("tst_ventanademo"));
+    }
 
     void init()
     {
+        QSettings().clear();
         db.clear();
         SchemaInstaller::addDemoData(db.connection());
         fixture.preparar(db.connection());
@@ -773,6 +790,99 @@ private slots:
         QTest::keyClick(lista, Qt::Key_Return);
         QCOMPARE(fixture.um->asked.last(), QStringLiteral("KZ4-TBL-06-002"));
         QVERIFY(answerer.unexpected.isEmpty());
+    }
+
+    void theWindowRemembersSizeSplitterAndDashboardPerUser()
+    {
+        db.exec(QStringLiteral("INSERT INTO ut_bi_Tablero (uf_Nombre, uf_FK_Usuario) VALUES ('Compras', 1)"));
+        const int compras = db.scalar(QStringLiteral("SELECT Sys_PK FROM ut_bi_Tablero WHERE uf_Nombre='Compras'")).toInt();
+        {
+            VentanaDemo ventana(fixture.engine.get(), 1, db.url());
+            mostrar(ventana);
+            auto* lista = control<QListWidget>(&ventana, QStringLiteral("lstTableros"));
+            QTest::mouseClick(lista->viewport(), Qt::LeftButton, {},
+                              lista->visualItemRect(lista->findItems(QStringLiteral("Compras"), Qt::MatchExactly).first()).center());
+            QCOMPARE(ventana.tableroActual(), compras);
+            ventana.resize(820, 560);
+            control<QSplitter>(&ventana, QStringLiteral("divisor"))->setSizes({260, 540});
+            ventana.close();
+        }
+        VentanaDemo otraVez(fixture.engine.get(), 1, db.url());
+        mostrar(otraVez);
+        QCOMPARE(otraVez.tableroActual(), compras);
+        QCOMPARE(otraVez.size(), QSize(820, 560));
+        QCOMPARE(control<QSplitter>(&otraVez, QStringLiteral("divisor"))->sizes().first(), 260);
+        // Another user has a memory of their own.
+        VentanaDemo otro(fixture.engine.get(), 2, db.url());
+        QCOMPARE(otro.size(), QSize(980, 620));
+    }
+
+    void aDashboardDeletedSinceOpensTheFirstOne()
+    {
+        {
+            VentanaDemo ventana(fixture.engine.get(), 1, db.url());
+            ventana.close();
+        }
+        db.exec(QStringLiteral("UPDATE ut_bi_Tablero SET uf_FK_Usuario=2"));
+        db.exec(QStringLiteral("INSERT INTO ut_bi_Tablero (uf_Nombre, uf_FK_Usuario) VALUES ('Compras', 1)"));
+        VentanaDemo ventana(fixture.engine.get(), 1, db.url());
+        QCOMPARE(control<QListWidget>(&ventana, QStringLiteral("lstTableros"))->currentItem()->text(), QStringLiteral("Compras"));
+    }
+
+    void theStatusBarKeepsTheDatabaseAndTheUser()
+    {
+        VentanaDemo ventana(fixture.engine.get(), 1, db.url());
+        mostrar(ventana);
+        ventana.statusBar()->showMessage(QStringLiteral("Un aviso pasajero"));
+        auto* base = control<QLabel>(&ventana, QStringLiteral("lblBaseDatos"));
+        auto* usuario = control<QLabel>(&ventana, QStringLiteral("lblUsuario"));
+        QCOMPARE(base->text(), QStringLiteral("Base de datos: ") + db.url());
+        QCOMPARE(usuario->text(), QStringLiteral("Usuario: 1"));
+        QVERIFY(base->isVisible() && usuario->isVisible());
+    }
+
+    void aUserWithoutDashboardsIsToldHowToMakeTheFirst()
+    {
+        VentanaDemo ventana(fixture.engine.get(), 2, db.url());
+        mostrar(ventana);
+        QString aviso;
+        for (QGraphicsItem* item : ventana.escena()->items())
+            if (auto* texto = dynamic_cast<QGraphicsTextItem*>(item))
+                aviso = texto->toPlainText();
+        QVERIFY2(aviso.contains(QStringLiteral("«Nuevo tablero…» (Ctrl+N)")), qPrintable(aviso));
+        ModalAnswerer answerer;
+        QString indicador;
+        QString texto;
+        answerer.expect(ModalAnswerer::anotar(&indicador));
+        answerer.expect(ModalAnswerer::anotar(&texto));
+        disparar(ventana, "actColocarIndicador");
+        disparar(ventana, "actAgregarTexto");
+        QCOMPARE(indicador, aviso);
+        QCOMPARE(texto, aviso);
+        QCOMPARE(count(QStringLiteral("ut_bi_TabIndicador")) + count(QStringLiteral("ut_bi_Fig")), 5);
+    }
+
+    void editingAnItemWhoseIndicatorIsGoneSaysWhy()
+    {
+        db.exec(QStringLiteral("DELETE FROM ut_bi_Indicador WHERE uf_Nombre='Avance de ventas'"));
+        VentanaDemo ventana(fixture.engine.get(), 1, db.url());
+        mostrar(ventana);
+        for (bool cajas : {false, true}) {
+            ventana.verComoCajas(cajas);
+            ElementoTablero* roto = nullptr;
+            for (ElementoTablero* e : elementos(ventana))
+                if (!e->esFigura() && qRound(e->y()) == 70 && qRound(e->x()) == 20)
+                    roto = e;
+            QVERIFY(roto);
+            QVERIFY(cajas || !roto->pieza()->averia().isEmpty());
+            roto->setSelected(true);
+            ModalAnswerer answerer;
+            QString mensaje;
+            answerer.expect(ModalAnswerer::anotar(&mensaje));
+            disparar(ventana, "actEditarElemento");
+            QVERIFY(mensaje.startsWith(QStringLiteral("El indicador de este elemento ya no existe")));
+            QVERIFY(answerer.unexpected.isEmpty());
+        }
     }
 
     void deletesTheSelectedItemAfterAsking()

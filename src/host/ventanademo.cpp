@@ -76,17 +76,19 @@ VentanaDemo::VentanaDemo(EEngine* engine, int usuario, const QString& descripcio
     m_vista->setObjectName(QStringLiteral("vistaTablero"));
     m_vista->setRenderHint(QPainter::Antialiasing);
     m_vista->setAlignment(Qt::AlignLeft | Qt::AlignTop);
-    auto* splitter = new QSplitter(this);
-    splitter->addWidget(lateral);
-    splitter->addWidget(m_vista);
-    splitter->setStretchFactor(1, 1);
-    splitter->setSizes({200, 700});
-    setCentralWidget(splitter);
-    statusBar()->showMessage(descripcionBase);
+    m_divisor = new QSplitter(this);
+    m_divisor->setObjectName(QStringLiteral("divisor"));
+    m_divisor->addWidget(lateral);
+    m_divisor->addWidget(m_vista);
+    m_divisor->setStretchFactor(1, 1);
+    m_divisor->setSizes({200, 700});
+    setCentralWidget(m_divisor);
+    mostrarSesion(descripcionBase);
     construirAcciones();
     connect(lstTableros, &QListWidget::currentRowChanged, this, &VentanaDemo::mostrarTablero);
-    cargarTableros();
     resize(980, 620);
+    cargarTableros();
+    recordar();
 }
 
 VentanaDemo::~VentanaDemo()
@@ -228,6 +230,15 @@ void VentanaDemo::seleccionarTablero(int clave)
     mostrarTablero();
 }
 
+bool VentanaDemo::indicadorExiste(int clave)
+{
+    try {
+        return std::unique_ptr<QObject>(m_engine->CargarEntidad(cIndicador, clave)) != nullptr;
+    } catch (const vb::AutomationError&) {
+        return false;
+    }
+}
+
 QString VentanaDemo::describirIndicador(int clave)
 {
     try {
@@ -249,8 +260,10 @@ void VentanaDemo::mostrarTablero()
         m_historia->clear();
         m_tableroMostrado = clave;
     }
-    if (clave <= 0)
+    if (clave <= 0) {
+        mostrarSinTableros();
         return;
+    }
     try {
         m_tablero.reset(m_engine->CargarEntidad(cTablero, clave));
     } catch (const vb::AutomationError&) {

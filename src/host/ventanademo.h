@@ -19,6 +19,7 @@ class VentanaBusqueda;
 class VistaTablero;
 struct ClaveElemento;
 class QListWidget;
+class QSplitter;
 class QVBoxLayout;
 
 // The host window of `vbi demo`: the signed-in user's dashboards on the
@@ -56,8 +57,20 @@ public:
     // Turns snapping to the grid on and off for moves, resizes and new items.
     void ajustarARejilla(bool activa);
 
+protected:
+    void closeEvent(QCloseEvent* event) override;
+
 private:
     void construirAcciones();
+    // The size, the splitter and the dashboard the user left, per user.
+    void recordar();
+    void guardarMemoria();
+    // The database and the user, kept in the status bar whatever else it shows.
+    void mostrarSesion(const QString& descripcionBase);
+    // A user without dashboards is told on the page how to make the first one.
+    void mostrarSinTableros();
+    // Whether a dashboard is shown; when not, the user is told why nothing can be put on it.
+    bool hayTablero();
     void prepararVista();
     void prepararHistoria(QMenu* antesDe);
     // Records a step the user just did, for undo and redo.
@@ -70,6 +83,7 @@ private:
     void agregarIndicadores(const QList<QObject*>& colocados);
     void agregarElemento(ElementoTablero* elemento);
     QString describirIndicador(int clave);
+    bool indicadorExiste(int clave);
     ElementoTablero* elementoSeleccionado() const;
     void ubicarNuevo(QObject* entidad, int tablero, const QSizeF& necesario, const std::optional<QPointF>& en);
     qreal paso() const;
@@ -80,6 +94,7 @@ private:
     QVBoxLayout* m_botonesTablero = nullptr;
     EscenaTablero* m_escena = nullptr;
     VistaTablero* m_vista = nullptr;
+    QSplitter* m_divisor = nullptr;
     QAction* m_verCajas = nullptr;
     QAction* m_rejilla = nullptr;
     QUndoStack* m_historia = nullptr;

@@ -53,33 +53,27 @@ void VentanaDemo::nuevoTablero()
 
 void VentanaDemo::renombrarTablero()
 {
-    const int clave = tableroActual();
-    if (clave <= 0) {
-        vbui::MsgBox(QStringLiteral("Seleccione un tablero"));
+    if (!hayTablero())
         return;
-    }
+    const int clave = tableroActual();
     if (m_engine->Form_Editar_Tablero(clave))
         cargarTableros();
 }
 
 void VentanaDemo::eliminarTablero()
 {
-    const int clave = tableroActual();
-    if (clave <= 0) {
-        vbui::MsgBox(QStringLiteral("Seleccione un tablero"));
+    if (!hayTablero())
         return;
-    }
+    const int clave = tableroActual();
     if (m_engine->EliminarTablero(clave))
         cargarTableros();
 }
 
 void VentanaDemo::colocarIndicador(const std::optional<QPointF>& en)
 {
-    const int tablero = tableroActual();
-    if (tablero <= 0) {
-        vbui::MsgBox(QStringLiteral("Seleccione un tablero"));
+    if (!hayTablero())
         return;
-    }
+    const int tablero = tableroActual();
     const int indicador = m_engine->Seleccionar_Indicador();
     if (indicador <= 0)
         return;
@@ -94,11 +88,9 @@ void VentanaDemo::colocarIndicador(const std::optional<QPointF>& en)
 
 void VentanaDemo::agregarTexto(const std::optional<QPointF>& en)
 {
-    const int tablero = tableroActual();
-    if (tablero <= 0) {
-        vbui::MsgBox(QStringLiteral("Seleccione un tablero"));
+    if (!hayTablero())
         return;
-    }
+    const int tablero = tableroActual();
     std::unique_ptr<QObject> figura(m_engine->CrearEntidad(cFigura));
     figura->setProperty("FK_Tablero", tablero);
     if (!m_engine->Editar_Figura(figura.get()))
@@ -134,6 +126,12 @@ void VentanaDemo::editarElemento(ElementoTablero* elemento)
         return;
     }
     QObject* entidad = elemento->entidad();
+    if (!elemento->esFigura() && !indicadorExiste(entidad->property("FK_Indicador").toInt())) {
+        vbui::MsgBox(QStringLiteral("El indicador de este elemento ya no existe en la biblioteca, así que no hay nada que "
+                                    "editar. Quítelo del tablero (Supr) o coloque otro indicador."),
+                     vbui::vbExclamation);
+        return;
+    }
     const bool aceptado = elemento->esFigura() ? m_engine->Editar_Figura(entidad) : m_engine->Editar_Indicador_Tab(entidad);
     if (aceptado)
         guardarElemento(elemento);
