@@ -22,6 +22,13 @@ std::shared_ptr<ClaveElemento> AlmacenElementos::clave(int tipo, int pk)
     return compartida;
 }
 
+std::shared_ptr<ClaveElemento> AlmacenElementos::soltar(int tipo, int pk)
+{
+    std::shared_ptr<ClaveElemento> compartida = clave(tipo, pk);
+    m_claves.remove(qMakePair(tipo, pk));
+    return compartida;
+}
+
 QVariantMap AlmacenElementos::estado(const QObject* entidad)
 {
     QVariantMap result;
@@ -71,5 +78,8 @@ bool AlmacenElementos::crear(const std::shared_ptr<ClaveElemento>& clave, const 
 
 bool AlmacenElementos::borrar(const ClaveElemento& clave)
 {
-    return m_engine->EliminarEntidad(clave.tipo, clave.pk);
+    if (!m_engine->EliminarEntidad(clave.tipo, clave.pk))
+        return false;
+    soltar(clave.tipo, clave.pk);
+    return true;
 }

@@ -24,6 +24,9 @@ public:
 
     // The one shared key of the item with this kind and key.
     std::shared_ptr<ClaveElemento> clave(int tipo, int pk);
+    // The shared key of an item just deleted, forgotten here: a new row
+    // that the database gives the same number is another item.
+    std::shared_ptr<ClaveElemento> soltar(int tipo, int pk);
     static QVariantMap estado(const QObject* entidad);
     // The item's state as stored; empty when it is not.
     QVariantMap leer(const ClaveElemento& clave);

@@ -35,8 +35,10 @@ void VentanaDemo::registrar(OrdenElemento* orden)
 void VentanaDemo::registrarPresencia(int paso, QObject* entidad, const QVariantMap& estado)
 {
     const int tipo = entidad->metaObject()->indexOfProperty("Texto") >= 0 ? cFigura : ctabindicador;
+    const int pk = entidad->property("Sys_PK").toInt();
+    const bool alta = paso == PresenciaElemento::Alta;
     registrar(new PresenciaElemento(static_cast<PresenciaElemento::Paso>(paso), &m_almacen,
-                                    m_almacen.clave(tipo, entidad->property("Sys_PK").toInt()), estado,
+                                    alta ? m_almacen.clave(tipo, pk) : m_almacen.soltar(tipo, pk), estado,
                                     [this](const ClaveElemento& clave) { mostrarCambio(clave); }));
 }
 
