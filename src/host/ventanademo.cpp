@@ -104,13 +104,14 @@ void VentanaDemo::construirAcciones()
         const char* nombre;
         QKeySequence atajo;
         std::function<void()> hacer;
+        bool enBarra = true;
     };
     const QList<Accion> acciones{
         {"&Biblioteca", "Biblioteca de &métricas", "actBibliotecaMetricas", {}, [this] { m_engine->Biblioteca_Metricas(); }},
         {"&Biblioteca", "Biblioteca de &indicadores", "actBibliotecaIndicadores", {},
          [this] { m_engine->Biblioteca_Indicadores(); mostrarTablero(); }},
         {"&Biblioteca", "&Revisar biblioteca…", "actRevisarBiblioteca", {}, [this] { revisarBiblioteca(); }},
-        {"&Biblioteca", "&Buscar en la biblioteca…", "actBuscar", QKeySequence::Find, [this] { abrirBusqueda(); }},
+        {"&Biblioteca", "&Buscar en la biblioteca…", "actBuscar", QKeySequence::Find, [this] { abrirBusqueda(); }, false},
         {"&Tablero", "&Nuevo tablero…", "actNuevoTablero", QKeySequence::New, [this] { nuevoTablero(); }},
         {"&Tablero", "&Renombrar tablero…", "actRenombrarTablero", Qt::Key_F2, [this] { renombrarTablero(); }},
         {"&Tablero", "&Eliminar tablero", "actEliminarTablero", {}, [this] { eliminarTablero(); }},
@@ -132,11 +133,12 @@ void VentanaDemo::construirAcciones()
         action->setShortcut(a.atajo);
         connect(action, &QAction::triggered, this, a.hacer);
         // Dashboards are managed from the buttons under their list; the tool
-        // bar keeps the work on the layout and the libraries.
-        if (menuName != QLatin1String("&Tablero"))
-            barra->addAction(action);
-        else
+        // bar keeps the work on the layout and the libraries, and the search
+        // is left to Ctrl+F and the menu so that the bar fits the window.
+        if (menuName == QLatin1String("&Tablero"))
             m_botonesTablero->addWidget(botonDe(action));
+        else if (a.enBarra)
+            barra->addAction(action);
     }
     QAction* salir = menus.value(QStringLiteral("&Tablero"))->addAction(QStringLiteral("&Salir"));
     salir->setShortcut(QKeySequence::Quit);
