@@ -336,6 +336,13 @@ private slots:
         QVERIFY(answerer.unexpected.isEmpty());
         QCOMPARE(db.scalar(QStringLiteral("SELECT COUNT(*) FROM ut_bi_Fig WHERE uf_Texto='Objetivo: 5.000 €'")).toInt(), 1);
         QCOMPARE(elementos(ventana).size(), 7);
+        // Both are taken back, the text first.
+        disparar(ventana, "actDeshacer");
+        disparar(ventana, "actDeshacer");
+        QCOMPARE(count(QStringLiteral("ut_bi_TabIndicador")), 3);
+        QCOMPARE(count(QStringLiteral("ut_bi_Fig")), 2);
+        disparar(ventana, "actRehacer");
+        QCOMPARE(db.scalar(QStringLiteral("SELECT COUNT(*) FROM ut_bi_TabIndicador WHERE uf_FK_Entidad=1")).toInt(), 1);
     }
 
     void movingAnItemSavesItsPositionInTwips()
@@ -672,6 +679,27 @@ private slots:
         QTest::keyClick(vista, Qt::Key_Y, Qt::ControlModifier);
         QCOMPARE(count(QStringLiteral("ut_bi_TabIndicador")), 2);
         QCOMPARE(fixture.um->asked.count(QStringLiteral("KZ4-TBL-03-000")), 2);
+    }
+
+    void anUndoOnAClosedConnectionSaysWhyAndKeepsTheWindow()
+    {
+        std::unique_ptr<ado::Connection> otra = db.openAnother();
+        fixture.preparar(*otra);
+        VentanaDemo ventana(fixture.engine.get(), 1, db.url());
+        mostrar(ventana);
+        QGraphicsView* vista = enfocarVista(ventana);
+        QTest::keyClick(vista, Qt::Key_Right);
+        otra->Close();
+        ModalAnswerer answerer;
+        QString mensaje;
+        answerer.expect(ModalAnswerer::anotar(&mensaje));
+        disparar(ventana, "actDeshacer");
+        QVERIFY(!mensaje.isEmpty());
+        QVERIFY(mensaje.endsWith(QStringLiteral("|exclamation")));
+        QVERIFY(answerer.unexpected.isEmpty());
+        QVERIFY(elementos(ventana).isEmpty());
+        // The move stays as it was saved.
+        QCOMPARE(db.scalar(QStringLiteral("SELECT uf_X FROM ut_bi_Fig WHERE uf_Texto='Ventas de la semana'")).toInt(), 450);
     }
 
     void anEditIsUndone()
