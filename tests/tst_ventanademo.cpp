@@ -826,6 +826,7 @@ private slots:
         const int compras = db.scalar(QStringLiteral("SELECT Sys_PK FROM ut_bi_Tablero WHERE uf_Nombre='Compras'")).toInt();
         {
             VentanaDemo ventana(fixture.engine.get(), 1, db.url());
+            ventana.recordar();
             mostrar(ventana);
             auto* lista = control<QListWidget>(&ventana, QStringLiteral("lstTableros"));
             QTest::mouseClick(lista->viewport(), Qt::LeftButton, {},
@@ -836,13 +837,18 @@ private slots:
             ventana.close();
         }
         VentanaDemo otraVez(fixture.engine.get(), 1, db.url());
+        otraVez.recordar();
         mostrar(otraVez);
         QCOMPARE(otraVez.tableroActual(), compras);
         QCOMPARE(otraVez.size(), QSize(820, 560));
         QCOMPARE(control<QSplitter>(&otraVez, QStringLiteral("divisor"))->sizes().first(), 260);
         // Another user has a memory of their own.
         VentanaDemo otro(fixture.engine.get(), 2, db.url());
+        otro.recordar();
         QCOMPARE(otro.size(), QSize(980, 620));
+        // A window made without asking for the memory has none.
+        VentanaDemo nueva(fixture.engine.get(), 1, db.url());
+        QCOMPARE(nueva.size(), QSize(980, 620));
     }
 
     void aDashboardDeletedSinceOpensTheFirstOne()
@@ -854,6 +860,7 @@ private slots:
         db.exec(QStringLiteral("UPDATE ut_bi_Tablero SET uf_FK_Usuario=2"));
         db.exec(QStringLiteral("INSERT INTO ut_bi_Tablero (uf_Nombre, uf_FK_Usuario) VALUES ('Compras', 1)"));
         VentanaDemo ventana(fixture.engine.get(), 1, db.url());
+        ventana.recordar();
         QCOMPARE(control<QListWidget>(&ventana, QStringLiteral("lstTableros"))->currentItem()->text(), QStringLiteral("Compras"));
     }
 

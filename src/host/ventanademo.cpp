@@ -88,7 +88,6 @@ VentanaDemo::VentanaDemo(EEngine* engine, int usuario, const QString& descripcio
     connect(lstTableros, &QListWidget::currentRowChanged, this, &VentanaDemo::mostrarTablero);
     resize(980, 620);
     cargarTableros();
-    recordar();
 }
 
 VentanaDemo::~VentanaDemo()

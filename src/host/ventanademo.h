@@ -54,6 +54,10 @@ public:
     void abrirBusqueda();
     void guardarElemento(ElementoTablero* elemento);
     void verComoCajas(bool cajas);
+    // Back as the user left it: size, splitter and dashboard, kept per user
+    // when the window is closed. Windows made for pictures leave it out, so
+    // they look the same on every machine.
+    void recordar();
     // Turns snapping to the grid on and off for moves, resizes and new items.
     void ajustarARejilla(bool activa);
 
@@ -62,8 +66,6 @@ protected:
 
 private:
     void construirAcciones();
-    // The size, the splitter and the dashboard the user left, per user.
-    void recordar();
     void guardarMemoria();
     // The database and the user, kept in the status bar whatever else it shows.
     void mostrarSesion(const QString& descripcionBase);
