@@ -37,7 +37,7 @@ public:
     // The dashboard shown, 0 when none.
     int tableroActual() const;
     void seleccionarTablero(int clave);
-    QGraphicsScene* escena() const { return m_escena; }
+    EscenaTablero* escena() const { return m_escena; }
 
     void nuevoTablero();
     void renombrarTablero();
