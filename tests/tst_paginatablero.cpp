@@ -101,6 +101,19 @@ private slots:
         QVERIFY(tamano.width() <= 300);
         QVERIFY(tamano.height() > 3 * QFontMetricsF(QFont(nota.Fuente(), 10)).height());
     }
+
+    void aHugeTextIsGivenAtMostThePage()
+    {
+        EFigura enorme;
+        enorme.setTexto(QString(50000, QLatin1Char('x')).replace(QStringLiteral("xxxxxxx"), QStringLiteral("xxxxxx ")));
+        enorme.setFuente(QStringLiteral("DejaVu Sans"));
+        enorme.setTam_fuente(12);
+        PaginaTablero pagina;
+        const QSizeF tamano = pagina.tamanoNuevo(ElementoTablero::tamanoParaTexto(&enorme, 647));
+        QVERIFY(tamano.width() <= 650);
+        QCOMPARE(tamano.height(), 467.0);
+        QCOMPARE(pagina.huecoLibre(tamano, {QRectF(10, 10, 100, 100)}, pagina.area()), QPointF(0, 0));
+    }
 };
 
 QTEST_MAIN(TstPaginaTablero)
