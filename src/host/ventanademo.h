@@ -26,7 +26,10 @@ class QVBoxLayout;
 // left, the selected dashboard's layout in the middle, and every entry point
 // of the engine in the menus and the tool bar. Placed indicators are drawn as
 // the dashboard will show them, with sample values until the run-time gives
-// real ones; "Ver como cajas" draws them as plain boxes instead.
+// real ones; "Ver como cajas" draws them as plain boxes instead. Items are
+// laid out on the dashboard's page (EscenaTablero), from the mouse, the
+// keyboard and context menus (VistaTablero), and every change to them is a
+// step of an undo history written to the database as it is done.
 class VentanaDemo : public QMainWindow {
     Q_OBJECT
 
