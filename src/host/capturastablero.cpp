@@ -45,13 +45,16 @@ bool escribirTablero(EEngine& engine, int usuario, int tablero, const QString& a
 {
     VentanaDemo ventana(&engine, usuario, QString());
     ventana.seleccionarTablero(tablero);
-    QGraphicsScene* escena = ventana.escena();
+    // The page alone, without the desk around it nor the grid's points: the dashboard as it will look.
+    ventana.ajustarARejilla(false);
+    EscenaTablero* escena = ventana.escena();
     escena->clearSelection();
-    QImage imagen(escena->sceneRect().size().toSize(), QImage::Format_ARGB32);
-    imagen.fill(QColor(250, 250, 250));
+    const QRectF pagina = escena->pagina().area();
+    QImage imagen(pagina.size().toSize(), QImage::Format_ARGB32);
+    imagen.fill(Qt::white);
     QPainter painter(&imagen);
     painter.setRenderHint(QPainter::Antialiasing);
-    escena->render(&painter);
+    escena->render(&painter, QRectF(), pagina);
     painter.end();
     return imagen.save(archivo);
 }

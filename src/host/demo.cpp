@@ -65,6 +65,7 @@ int ejecutarDemo(const QStringList& args, const QString& urlPorOmision)
     engine.SetUM(&usuarios);
     vbui::instalarTraducciones();
     VentanaDemo ventana(&engine, opciones.usuario, opciones.url);
+    ventana.recordar();
     ventana.show();
     return QApplication::exec();
 }

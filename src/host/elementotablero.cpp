@@ -1,9 +1,11 @@
 #include "elementotablero.h"
 
+#include "escenatablero.h"
 #include "render/piezatablero.h"
 #include "vb/vb.h"
 
 #include <QCursor>
+#include <QFontMetricsF>
 #include <QGraphicsSceneMouseEvent>
 #include <QPainter>
 #include <QStyleOptionGraphicsItem>
@@ -11,11 +13,22 @@
 namespace {
 
 constexpr qreal Esquina = 10.0;   // pixels of the corner that resizes
-constexpr qreal TamanoMinimo = 20.0;
+constexpr qreal TamanoMinimo = PaginaTablero::TamanoMinimo;
+// Room the text of a figure needs besides its glyphs: the margins it is drawn within.
+constexpr int HolguraTexto = 8;
 
 int entero(const QObject* o, const char* nombre)
 {
     return o ? o->property(nombre).toInt() : 0;
+}
+
+QFont fuenteDe(const QObject* figura)
+{
+    QFont font(figura->property("Fuente").toString());
+    font.setPointSize(qMax(1, entero(figura, "Tam_fuente")));
+    font.setBold(figura->property("Negrita").toBool());
+    font.setItalic(figura->property("Cursiva").toBool());
+    return font;
 }
 
 } // namespace
@@ -85,12 +98,8 @@ void ElementoTablero::pintarFigura(QPainter* painter, const QRectF& area) const
 {
     const QObject* f = m_entidad.data();
     painter->fillRect(area, vb::oleToColor(entero(f, "ColorFondo")));
-    QFont font(f->property("Fuente").toString());
-    font.setPointSize(qMax(1, entero(f, "Tam_fuente")));
-    font.setBold(f->property("Negrita").toBool());
-    font.setItalic(f->property("Cursiva").toBool());
     // The figure editor leaves the underline out of a figure's look, so the layout does too.
-    painter->setFont(font);
+    painter->setFont(fuenteDe(f));
     painter->setPen(vb::oleToColor(entero(f, "Color")));
     // Alignment codes of a label: 0 left, 1 right, 2 centre.
     const int alineacion = entero(f, "Alineacion");
@@ -99,11 +108,28 @@ void ElementoTablero::pintarFigura(QPainter* painter, const QRectF& area) const
                       f->property("Texto").toString());
 }
 
-// Items stay on the dashboard: a position left of or above its origin has no meaning for the renderer.
+QSizeF ElementoTablero::tamanoParaTexto(const QObject* figura, qreal anchoMaximo)
+{
+    const QFontMetricsF metricas(fuenteDe(figura));
+    const QRectF texto = metricas.boundingRect(QRectF(0, 0, anchoMaximo - HolguraTexto, 1e6), Qt::TextWordWrap,
+                                               figura->property("Texto").toString());
+    return QSizeF(qMin(anchoMaximo, std::ceil(texto.width()) + HolguraTexto), std::ceil(texto.height()) + HolguraTexto);
+}
+
+const PaginaTablero* ElementoTablero::pagina() const
+{
+    auto* escena = qobject_cast<EscenaTablero*>(scene());
+    return escena ? &escena->pagina() : nullptr;
+}
+
+// Items stay on the page: what lies off it would be out of the user's reach
+// and has no meaning for the renderer.
 QVariant ElementoTablero::itemChange(GraphicsItemChange change, const QVariant& value)
 {
     if (change == ItemPositionChange) {
         const QPointF p = value.toPointF();
+        if (const PaginaTablero* reglas = pagina())
+            return reglas->ajustarPosicion(p, tamano());
         return QPointF(qMax<qreal>(0, p.x()), qMax<qreal>(0, p.y()));
     }
     return QGraphicsObject::itemChange(change, value);
@@ -151,11 +177,31 @@ void ElementoTablero::mouseMoveEvent(QGraphicsSceneMouseEvent* event)
         QGraphicsObject::mouseMoveEvent(event);
         return;
     }
+    redimensionar(QSizeF(event->pos().x(), event->pos().y()));
+}
+
+void ElementoTablero::redimensionar(const QSizeF& pedido)
+{
+    const PaginaTablero* reglas = pagina();
+    const QSizeF size = reglas ? reglas->ajustarTamano(pos(), pedido)
+                               : QSizeF(qMax(TamanoMinimo, pedido.width()), qMax(TamanoMinimo, pedido.height()));
     prepareGeometryChange();
-    const QPointF size(qMax(TamanoMinimo, event->pos().x()), qMax(TamanoMinimo, event->pos().y()));
-    m_entidad->setProperty("W", vb::pixelsToTwips(qRound(size.x())));
-    m_entidad->setProperty("H", vb::pixelsToTwips(qRound(size.y())));
+    m_entidad->setProperty("W", vb::pixelsToTwips(qRound(size.width())));
+    m_entidad->setProperty("H", vb::pixelsToTwips(qRound(size.height())));
     update();
+}
+
+void ElementoTablero::desplazar(const QPointF& distancia)
+{
+    setPos(pos() + distancia);
+    guardarGeometria();
+    emit cambiado(this);
+}
+
+void ElementoTablero::crecer(const QSizeF& crecimiento)
+{
+    redimensionar(tamano() + crecimiento);
+    emit cambiado(this);
 }
 
 void ElementoTablero::mouseReleaseEvent(QGraphicsSceneMouseEvent* event)

@@ -4,6 +4,7 @@
 #include <QPointer>
 #include <memory>
 
+class PaginaTablero;
 class PiezaTablero;
 
 // One item on the dashboard layout: a placed indicator (ETabIndicador) or a
@@ -28,6 +29,15 @@ public:
     bool esFigura() const;
     // The tile drawn for a placed indicator; none for figures and plain boxes.
     PiezaTablero* pieza() const { return m_pieza.get(); }
+    // The size, in pixels, a text figure needs to show its text whole in its
+    // font, wrapping only past anchoMaximo.
+    static QSizeF tamanoParaTexto(const QObject* figura, qreal anchoMaximo);
+    // Resizes the item to pedido, as far as the page and its grid allow.
+    void redimensionar(const QSizeF& pedido);
+    // Moves the item by distancia, or grows it by crecimiento, as far as the
+    // page and its grid allow, and reports the change.
+    void desplazar(const QPointF& distancia);
+    void crecer(const QSizeF& crecimiento);
     QRectF boundingRect() const override;
     void paint(QPainter* painter, const QStyleOptionGraphicsItem* option, QWidget* widget) override;
 
@@ -45,6 +55,7 @@ protected:
 
 private:
     QSizeF tamano() const;
+    const PaginaTablero* pagina() const;
     bool enEsquina(const QPointF& punto) const;
     int periodoEn(const QPointF& punto) const;
     void pintarIndicador(QPainter* painter, const QRectF& area) const;

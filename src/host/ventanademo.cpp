@@ -10,25 +10,25 @@
 #include "render/piezatablero.h"
 #include "model/vendimarbi.h"
 #include "vb/automationerror.h"
+#include "vistatablero.h"
 
 #include <QAction>
 #include <QGraphicsScene>
 #include <QGraphicsView>
 #include <QLabel>
 #include <QListWidget>
+#include <QMenu>
 #include <QMenuBar>
 #include <QSplitter>
 #include <QStatusBar>
 #include <QToolBar>
 #include <QToolButton>
+#include <QUndoStack>
 #include <QVBoxLayout>
 
 using namespace VendimarBI;
 
 namespace {
-
-// The drawing area of a dashboard: 10,000 × 7,000 twips.
-const QRectF AreaTablero(0, 0, 10000 / 15.0, 7000 / 15.0);
 
 QToolButton* botonDe(QAction* action)
 {
@@ -59,6 +59,7 @@ VentanaDemo::VentanaDemo(EEngine* engine, int usuario, const QString& descripcio
     : QMainWindow(parent)
     , m_engine(engine)
     , m_usuario(usuario)
+    , m_almacen(engine)
 {
     setObjectName(QStringLiteral("VentanaDemo"));
     setWindowTitle(QStringLiteral("VendimarBI — Diseñador de tableros (usuario %1)").arg(usuario));
@@ -70,23 +71,23 @@ VentanaDemo::VentanaDemo(EEngine* engine, int usuario, const QString& descripcio
     lateralLayout->addWidget(lstTableros);
     m_botonesTablero = new QVBoxLayout;
     lateralLayout->addLayout(m_botonesTablero);
-    m_escena = new QGraphicsScene(AreaTablero, this);
-    m_vista = new QGraphicsView(m_escena, this);
+    m_escena = new EscenaTablero(this);
+    m_vista = new VistaTablero(m_escena, this);
     m_vista->setObjectName(QStringLiteral("vistaTablero"));
-    m_vista->setBackgroundBrush(QColor(250, 250, 250));
     m_vista->setRenderHint(QPainter::Antialiasing);
     m_vista->setAlignment(Qt::AlignLeft | Qt::AlignTop);
-    auto* splitter = new QSplitter(this);
-    splitter->addWidget(lateral);
-    splitter->addWidget(m_vista);
-    splitter->setStretchFactor(1, 1);
-    splitter->setSizes({200, 700});
-    setCentralWidget(splitter);
-    statusBar()->showMessage(descripcionBase);
+    m_divisor = new QSplitter(this);
+    m_divisor->setObjectName(QStringLiteral("divisor"));
+    m_divisor->addWidget(lateral);
+    m_divisor->addWidget(m_vista);
+    m_divisor->setStretchFactor(1, 1);
+    m_divisor->setSizes({200, 700});
+    setCentralWidget(m_divisor);
+    mostrarSesion(descripcionBase);
     construirAcciones();
     connect(lstTableros, &QListWidget::currentRowChanged, this, &VentanaDemo::mostrarTablero);
-    cargarTableros();
     resize(980, 620);
+    cargarTableros();
 }
 
 VentanaDemo::~VentanaDemo()
@@ -100,20 +101,23 @@ void VentanaDemo::construirAcciones()
         const char* menu;
         const char* texto;
         const char* nombre;
+        QKeySequence atajo;
         std::function<void()> hacer;
+        bool enBarra = true;
     };
     const QList<Accion> acciones{
-        {"&Biblioteca", "Biblioteca de &métricas", "actBibliotecaMetricas", [this] { m_engine->Biblioteca_Metricas(); }},
-        {"&Biblioteca", "Biblioteca de &indicadores", "actBibliotecaIndicadores",
+        {"&Biblioteca", "Biblioteca de &métricas", "actBibliotecaMetricas", {}, [this] { m_engine->Biblioteca_Metricas(); }},
+        {"&Biblioteca", "Biblioteca de &indicadores", "actBibliotecaIndicadores", {},
          [this] { m_engine->Biblioteca_Indicadores(); mostrarTablero(); }},
-        {"&Biblioteca", "&Revisar biblioteca…", "actRevisarBiblioteca", [this] { revisarBiblioteca(); }},
-        {"&Tablero", "&Nuevo tablero…", "actNuevoTablero", [this] { nuevoTablero(); }},
-        {"&Tablero", "&Renombrar tablero…", "actRenombrarTablero", [this] { renombrarTablero(); }},
-        {"&Tablero", "&Eliminar tablero", "actEliminarTablero", [this] { eliminarTablero(); }},
-        {"&Elementos", "Colocar &indicador…", "actColocarIndicador", [this] { colocarIndicador(); }},
-        {"&Elementos", "Agregar &texto…", "actAgregarTexto", [this] { agregarTexto(); }},
-        {"&Elementos", "&Editar elemento…", "actEditarElemento", [this] { editarElemento(elementoSeleccionado()); }},
-        {"&Elementos", "E&liminar elemento", "actEliminarElemento", [this] { eliminarElemento(); }},
+        {"&Biblioteca", "&Revisar biblioteca…", "actRevisarBiblioteca", {}, [this] { revisarBiblioteca(); }},
+        {"&Biblioteca", "&Buscar en la biblioteca…", "actBuscar", QKeySequence::Find, [this] { abrirBusqueda(); }, false},
+        {"&Tablero", "&Nuevo tablero…", "actNuevoTablero", QKeySequence::New, [this] { nuevoTablero(); }},
+        {"&Tablero", "&Renombrar tablero…", "actRenombrarTablero", Qt::Key_F2, [this] { renombrarTablero(); }},
+        {"&Tablero", "&Eliminar tablero", "actEliminarTablero", {}, [this] { eliminarTablero(); }},
+        {"&Elementos", "Colocar &indicador…", "actColocarIndicador", Qt::CTRL | Qt::Key_I, [this] { colocarIndicador(); }},
+        {"&Elementos", "Agregar &texto…", "actAgregarTexto", Qt::CTRL | Qt::Key_T, [this] { agregarTexto(); }},
+        {"&Elementos", "&Editar elemento…", "actEditarElemento", Qt::Key_Return, [this] { editarElemento(elementoSeleccionado()); }},
+        {"&Elementos", "E&liminar elemento", "actEliminarElemento", QKeySequence::Delete, [this] { eliminarElemento(); }},
     };
     QToolBar* barra = addToolBar(QStringLiteral("Acciones"));
     barra->setObjectName(QStringLiteral("barraAcciones"));
@@ -125,20 +129,31 @@ void VentanaDemo::construirAcciones()
             menus.insert(menuName, menuBar()->addMenu(menuName));
         QAction* action = menus.value(menuName)->addAction(QString::fromUtf8(a.texto));
         action->setObjectName(QString::fromLatin1(a.nombre));
+        action->setShortcut(a.atajo);
         connect(action, &QAction::triggered, this, a.hacer);
         // Dashboards are managed from the buttons under their list; the tool
-        // bar keeps the work on the layout and the libraries.
-        if (menuName != QLatin1String("&Tablero"))
-            barra->addAction(action);
-        else
+        // bar keeps the work on the layout and the libraries, and the search
+        // is left to Ctrl+F and the menu so that the bar fits the window.
+        if (menuName == QLatin1String("&Tablero"))
             m_botonesTablero->addWidget(botonDe(action));
+        else if (a.enBarra)
+            barra->addAction(action);
     }
     QAction* salir = menus.value(QStringLiteral("&Tablero"))->addAction(QStringLiteral("&Salir"));
+    salir->setShortcut(QKeySequence::Quit);
+    prepararVista();
+    prepararHistoria(menus.value(QStringLiteral("&Elementos")));
     connect(salir, &QAction::triggered, this, &QWidget::close);
-    m_verCajas = menuBar()->addMenu(QStringLiteral("&Ver"))->addAction(QStringLiteral("Ver como &cajas"));
+    QMenu* ver = menuBar()->addMenu(QStringLiteral("&Ver"));
+    m_verCajas = ver->addAction(QStringLiteral("Ver como &cajas"));
     m_verCajas->setObjectName(QStringLiteral("actVerCajas"));
     m_verCajas->setCheckable(true);
     connect(m_verCajas, &QAction::toggled, this, &VentanaDemo::verComoCajas);
+    m_rejilla = ver->addAction(QStringLiteral("Ajustar a la c&uadrícula"));
+    m_rejilla->setObjectName(QStringLiteral("actRejilla"));
+    m_rejilla->setCheckable(true);
+    m_rejilla->setChecked(m_escena->pagina().rejilla());
+    connect(m_rejilla, &QAction::toggled, this, &VentanaDemo::ajustarARejilla);
 }
 
 void VentanaDemo::verComoCajas(bool cajas)
@@ -147,6 +162,37 @@ void VentanaDemo::verComoCajas(bool cajas)
         m_verCajas->setChecked(cajas);
     else
         mostrarTablero();
+}
+
+// Enter and Delete act on the selected item only while the layout has the
+// focus: in the list of dashboards they keep their usual meaning.
+void VentanaDemo::prepararVista()
+{
+    QList<QAction*> accionesElemento;
+    for (const char* nombre : {"actEditarElemento", "actEliminarElemento"}) {
+        auto* accion = findChild<QAction*>(QLatin1String(nombre));
+        accion->setShortcutContext(Qt::WidgetWithChildrenShortcut);
+        m_vista->addAction(accion);
+        accionesElemento.append(accion);
+    }
+    m_vista->setAccionesElemento(accionesElemento);
+    auto* indicadorAqui = new QAction(QStringLiteral("Colocar indicador aquí…"), this);
+    indicadorAqui->setObjectName(QStringLiteral("actColocarIndicadorAqui"));
+    connect(indicadorAqui, &QAction::triggered, this, [this] { colocarIndicador(m_vista->puntoMenu()); });
+    auto* textoAqui = new QAction(QStringLiteral("Agregar texto aquí…"), this);
+    textoAqui->setObjectName(QStringLiteral("actAgregarTextoAqui"));
+    connect(textoAqui, &QAction::triggered, this, [this] { agregarTexto(m_vista->puntoMenu()); });
+    m_vista->setAccionesPagina({indicadorAqui, textoAqui});
+    connect(m_vista, &VistaTablero::moverPedido, this, &VentanaDemo::moverElemento);
+    connect(m_vista, &VistaTablero::redimensionarPedido, this, &VentanaDemo::redimensionarElemento);
+}
+
+void VentanaDemo::ajustarARejilla(bool activa)
+{
+    if (m_rejilla->isChecked() != activa)
+        m_rejilla->setChecked(activa);
+    else
+        m_escena->setRejilla(activa);
 }
 
 void VentanaDemo::cargarTableros()
@@ -185,6 +231,15 @@ void VentanaDemo::seleccionarTablero(int clave)
     mostrarTablero();
 }
 
+bool VentanaDemo::indicadorExiste(int clave)
+{
+    try {
+        return std::unique_ptr<QObject>(m_engine->CargarEntidad(cIndicador, clave)) != nullptr;
+    } catch (const vb::AutomationError&) {
+        return false;
+    }
+}
+
 QString VentanaDemo::describirIndicador(int clave)
 {
     try {
@@ -202,8 +257,14 @@ void VentanaDemo::mostrarTablero()
     m_tablero.reset();
     m_lector.reset();
     const int clave = tableroActual();
-    if (clave <= 0)
+    if (clave != m_tableroMostrado) {
+        m_historia->clear();
+        m_tableroMostrado = clave;
+    }
+    if (clave <= 0) {
+        mostrarSinTableros();
         return;
+    }
     try {
         m_tablero.reset(m_engine->CargarEntidad(cTablero, clave));
     } catch (const vb::AutomationError&) {
@@ -244,6 +305,5 @@ void VentanaDemo::agregarElemento(ElementoTablero* elemento)
 
 ElementoTablero* VentanaDemo::elementoSeleccionado() const
 {
-    const QList<QGraphicsItem*> seleccion = m_escena->selectedItems();
-    return seleccion.isEmpty() ? nullptr : dynamic_cast<ElementoTablero*>(seleccion.first());
+    return m_vista->seleccionado();
 }

@@ -1,24 +1,35 @@
 #pragma once
 
+#include "almacenelementos.h"
+#include "escenatablero.h"
 #include "render/valoresmuestra.h"
 
 #include <QMainWindow>
+#include <QPointer>
 #include <memory>
+#include <optional>
 
 class EEngine;
 class ElementoTablero;
 class LectorPiezas;
 class QAction;
-class QGraphicsScene;
-class QGraphicsView;
+class OrdenElemento;
+class QUndoStack;
+class VentanaBusqueda;
+class VistaTablero;
+struct ClaveElemento;
 class QListWidget;
+class QSplitter;
 class QVBoxLayout;
 
 // The host window of `vbi demo`: the signed-in user's dashboards on the
 // left, the selected dashboard's layout in the middle, and every entry point
 // of the engine in the menus and the tool bar. Placed indicators are drawn as
 // the dashboard will show them, with sample values until the run-time gives
-// real ones; "Ver como cajas" draws them as plain boxes instead.
+// real ones; "Ver como cajas" draws them as plain boxes instead. Items are
+// laid out on the dashboard's page (EscenaTablero), from the mouse, the
+// keyboard and context menus (VistaTablero), and every change to them is a
+// step of an undo history written to the database as it is done.
 class VentanaDemo : public QMainWindow {
     Q_OBJECT
 
@@ -29,35 +40,73 @@ public:
     // The dashboard shown, 0 when none.
     int tableroActual() const;
     void seleccionarTablero(int clave);
-    QGraphicsScene* escena() const { return m_escena; }
+    EscenaTablero* escena() const { return m_escena; }
 
     void nuevoTablero();
     void renombrarTablero();
     void eliminarTablero();
-    void colocarIndicador();
-    void agregarTexto();
+    // Without a point, new items go to the first free spot of the visible page.
+    void colocarIndicador(const std::optional<QPointF>& en = std::nullopt);
+    void agregarTexto(const std::optional<QPointF>& en = std::nullopt);
+    // In steps of the grid, or of a pixel while it is off.
+    void moverElemento(ElementoTablero* elemento, int pasosX, int pasosY);
+    void redimensionarElemento(ElementoTablero* elemento, int pasosX, int pasosY);
     void eliminarElemento();
     void editarElemento(ElementoTablero* elemento);
     void revisarBiblioteca();
+    void abrirBusqueda();
     void guardarElemento(ElementoTablero* elemento);
     void verComoCajas(bool cajas);
+    // Back as the user left it: size, splitter and dashboard, kept per user
+    // when the window is closed. Windows made for pictures leave it out, so
+    // they look the same on every machine.
+    void recordar();
+    // Turns snapping to the grid on and off for moves, resizes and new items.
+    void ajustarARejilla(bool activa);
+
+protected:
+    void closeEvent(QCloseEvent* event) override;
 
 private:
     void construirAcciones();
+    void guardarMemoria();
+    // The database and the user, kept in the status bar whatever else it shows.
+    void mostrarSesion(const QString& descripcionBase);
+    // A user without dashboards is told on the page how to make the first one.
+    void mostrarSinTableros();
+    // Whether a dashboard is shown; when not, the user is told why nothing can be put on it.
+    bool hayTablero();
+    void prepararVista();
+    void prepararHistoria(QMenu* antesDe);
+    // Records a step the user just did, for undo and redo.
+    void registrar(OrdenElemento* orden);
+    void registrarPresencia(int paso, QObject* entidad, const QVariantMap& estado);
+    // After an undo or redo: the dashboard drawn again, the item that changed selected.
+    void mostrarCambio(const ClaveElemento& clave);
     void cargarTableros();
     void mostrarTablero();
     void agregarIndicadores(const QList<QObject*>& colocados);
     void agregarElemento(ElementoTablero* elemento);
     QString describirIndicador(int clave);
+    bool indicadorExiste(int clave);
     ElementoTablero* elementoSeleccionado() const;
+    void ubicarNuevo(QObject* entidad, int tablero, const QSizeF& necesario, const std::optional<QPointF>& en);
+    qreal paso() const;
 
     EEngine* m_engine;
     int m_usuario;
     QListWidget* lstTableros = nullptr;
     QVBoxLayout* m_botonesTablero = nullptr;
-    QGraphicsScene* m_escena = nullptr;
-    QGraphicsView* m_vista = nullptr;
+    EscenaTablero* m_escena = nullptr;
+    VistaTablero* m_vista = nullptr;
+    QSplitter* m_divisor = nullptr;
     QAction* m_verCajas = nullptr;
+    QAction* m_rejilla = nullptr;
+    QUndoStack* m_historia = nullptr;
+    QPointer<VentanaBusqueda> m_busqueda;
+    AlmacenElementos m_almacen;
+    // The undo history belongs to the dashboard shown: another one starts it anew.
+    int m_tableroMostrado = 0;
     ValoresMuestra m_muestras;
     // What the tiles of the dashboard shown paint from.
     std::unique_ptr<LectorPiezas> m_lector;

@@ -60,3 +60,9 @@ int entero(const FotoBiblioteca::Fila& fila, const QString& columna)
     const QVariant valor = fila.value(columna);
     return valor.isNull() ? 0 : valor.toInt();
 }
+
+bool esColumnaMetrica(const QString& columna)
+{
+    return columna == QLatin1String("uf_fk_metrica") || columna.startsWith(QLatin1String("uf_fk_m_metrica"))
+        || columna.startsWith(QLatin1String("uf_fk_g_metrica"));
+}

@@ -36,3 +36,6 @@ struct FotoBiblioteca {
 
 // A key column as an integer: NULL reads as 0.
 int entero(const FotoBiblioteca::Fila& fila, const QString& columna);
+
+// Whether a column of a configuration row (lower case) holds a metric's key.
+bool esColumnaMetrica(const QString& columna);

@@ -25,13 +25,6 @@ QList<RevisionBiblioteca::TablaConfiguracion> tablas(const FotoBiblioteca& foto)
     return resultado;
 }
 
-// The columns of a configuration row that hold metric keys.
-bool esColumnaMetrica(const QString& columna)
-{
-    return columna == QLatin1String("uf_fk_metrica") || columna.startsWith(QLatin1String("uf_fk_m_metrica"))
-        || columna.startsWith(QLatin1String("uf_fk_g_metrica"));
-}
-
 Problema deIndicador(const char* tipo, const QString& descripcion, const QString& porque, Arreglo arreglo, int clave,
                      const QList<FilaProblema>& filas)
 {
