@@ -82,7 +82,8 @@ int initDb(const QStringList& args)
         out() << "The nine ut_bi_ tables are ready on " << url << "\n";
         if (demo) {
             if (SchemaInstaller::addDemoData(connection))
-                out() << "Added the sample library (perspectives, metrics, indicators, a dashboard).\n";
+                out() << "Added the sample library (perspectives, metrics, indicators, a dashboard)"
+                         " and the sample shop its metrics read (two years of tickets, stock).\n";
             else
                 out() << "The database already holds perspectives; no sample data was added.\n";
         }
