@@ -17,6 +17,17 @@ bool esLectura(const QString& sql)
     return lectura.match(sql).hasMatch();
 }
 
+// A text without a semicolon before its end cannot hold a second statement,
+// so it runs as it is, in one round trip to the server. Any other is
+// prepared first, which the database refuses for more than one statement.
+bool unaSentencia(const QString& sql)
+{
+    QStringView texto = QStringView(sql).trimmed();
+    if (texto.endsWith(QLatin1Char(';')))
+        texto.chop(1);
+    return !texto.contains(QLatin1Char(';'));
+}
+
 } // namespace
 
 ConexionMetrica::ConexionMetrica(const QSqlDatabase& base, const QString& dialecto, QObject* parent)
@@ -36,7 +47,7 @@ QSqlQuery* ConexionMetrica::ejecutar(const QString& sql)
     QSqlQuery& consulta = m_consultas.emplace_back(m_base);
     consulta.setForwardOnly(true);
     consulta.setNumericalPrecisionPolicy(QSql::LowPrecisionDouble);
-    if (!consulta.prepare(sql) || !consulta.exec()) {
+    if (!(unaSentencia(sql) ? consulta.exec(sql) : consulta.prepare(sql) && consulta.exec())) {
         motor.throwError(QStringLiteral("Error de SQL: %1").arg(consulta.lastError().text()));
         return nullptr;
     }

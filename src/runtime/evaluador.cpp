@@ -23,6 +23,8 @@ QString nombreDialecto(ado::Dialect dialecto)
 Evaluador::Evaluador(const QString& url)
 {
     m_conexion.OpenReadOnly(url);
+    m_vigilante = std::make_unique<Vigilante>(m_motor);
+    setLimite(LimitePorDefecto);
     m_adoCnn = new ConexionMetrica(m_conexion.database(), nombreDialecto(m_conexion.dialect()));
     const QJSValue adoCnn = m_motor.newQObject(m_adoCnn);
     publicar("ADOCnn", adoCnn);
@@ -52,6 +54,16 @@ void Evaluador::publicar(const char* nombre, const QJSValue& valor)
     definir.callWithInstance(m_motor.globalObject(), {QString::fromLatin1(nombre), valor});
 }
 
+void Evaluador::setLimite(int milisegundos)
+{
+    m_limite = milisegundos > 0 ? milisegundos : LimitePorDefecto;
+    // PostgreSQL stops a statement that runs past the limit by itself; the
+    // watchdog cannot interrupt a query, only the script around it. Set for
+    // the session, so a metric that changes it sees its change rolled back.
+    if (m_conexion.dialect() == ado::Dialect::PostgreSQL)
+        transaccion(QStringLiteral("SET statement_timeout = %1").arg(m_limite));
+}
+
 bool Evaluador::transaccion(const QString& sql)
 {
     QSqlQuery consulta(m_conexion.database());
@@ -62,10 +74,6 @@ ResultadoMetrica Evaluador::evaluar(const QString& fuente, int sysPk, const Inte
 {
     if (!transaccion(QStringLiteral("BEGIN")))
         return ResultadoMetrica::fallo(m_conexion.database().lastError().text());
-    // PostgreSQL stops a statement that runs past the limit by itself; the
-    // watchdog cannot interrupt a query, only the script around it.
-    if (m_conexion.dialect() == ado::Dialect::PostgreSQL)
-        transaccion(QStringLiteral("SET LOCAL statement_timeout = %1").arg(m_limite));
     const ResultadoMetrica resultado = ejecutar(fuente, sysPk, periodo);
     transaccion(QStringLiteral("ROLLBACK"));
     m_adoCnn->cerrarConsultas();
@@ -90,22 +98,18 @@ QJSValue Evaluador::compilar(const QString& fuente)
 
 ResultadoMetrica Evaluador::ejecutar(const QString& fuente, int sysPk, const IntervaloPeriodo& periodo)
 {
+    m_vigilante->armar(m_limite);
+    const QJSValue funcion = compilar(fuente);
     QJSValue resultado;
-    bool detenida = false;
-    {
-        Vigilante vigilante(m_motor, m_limite);
-        const QJSValue funcion = compilar(fuente);
-        if (funcion.isCallable()) {
-            resultado = m_correr.call({funcion, sysPk, FechaJS::escribir(m_motor, periodo.inicio),
-                                       FechaJS::escribir(m_motor, periodo.final)});
-        } else {
-            resultado = m_motor.newObject();
-            resultado.setProperty(QStringLiteral("sintaxis"), funcion);
-        }
-        detenida = vigilante.disparado();
+    if (funcion.isCallable()) {
+        resultado = m_correr.call({funcion, sysPk, FechaJS::escribir(m_motor, periodo.inicio),
+                                   FechaJS::escribir(m_motor, periodo.final)});
+    } else {
+        resultado = m_motor.newObject();
+        resultado.setProperty(QStringLiteral("sintaxis"), funcion);
     }
+    const bool detenida = m_vigilante->desarmar();
     m_motor.setInterrupted(false);
-    
     if (detenida)
         return ResultadoMetrica::fallo(QStringLiteral("La métrica tardó más de %1 ms y se detuvo").arg(m_limite));
     return leerResultado(resultado);
@@ -133,10 +137,11 @@ ResultadoMetrica Evaluador::leerExcepcion(const QJSValue& excepcion, int desfase
 
 ResultadoMetrica Evaluador::evaluarMetrica(int clave, int sysPk, const IntervaloPeriodo& periodo)
 {
+    // A number in the text, not a bound value: one round trip to the server
+    // instead of preparing, running and freeing a statement.
     QSqlQuery consulta(m_conexion.database());
-    consulta.prepare(QStringLiteral("SELECT uf_Codigo FROM ut_bi_Metrica WHERE Sys_PK = ?"));
-    consulta.addBindValue(clave);
-    if (!consulta.exec())
+    consulta.setForwardOnly(true);
+    if (!consulta.exec(QStringLiteral("SELECT uf_Codigo FROM ut_bi_Metrica WHERE Sys_PK = %1").arg(clave)))
         return ResultadoMetrica::fallo(consulta.lastError().text());
     if (!consulta.next())
         return ResultadoMetrica::fallo(QStringLiteral("No existe la métrica %1").arg(clave));

@@ -6,8 +6,10 @@
 
 #include <QHash>
 #include <QJSEngine>
+#include <memory>
 
 class ConexionMetrica;
+class Vigilante;
 
 // Runs metric sources against the host's database. A source is the body of
 // a function of (sys_pk, inicio, final) that returns a number; it sees
@@ -25,7 +27,7 @@ public:
     Evaluador& operator=(const Evaluador&) = delete;
 
     int limite() const { return m_limite; }
-    void setLimite(int milisegundos) { m_limite = milisegundos > 0 ? milisegundos : LimitePorDefecto; }
+    void setLimite(int milisegundos);
 
     ResultadoMetrica evaluar(const QString& fuente, int sysPk, const IntervaloPeriodo& periodo);
     // The stored metric with that key, for the period given.
@@ -48,5 +50,7 @@ private:
     // Lines the engine counts before a built function's body.
     int m_desfase = 0;
     QHash<QString, QJSValue> m_compiladas;
+    // Declared after the engine: stopped before the engine goes.
+    std::unique_ptr<Vigilante> m_vigilante;
     int m_limite = LimitePorDefecto;
 };
