@@ -113,6 +113,12 @@ private slots:
         QCOMPARE(valor(fuente, 2), 100.0);
     }
 
+    void aSemicolonInsideATextStillReads()
+    {
+        QCOMPARE(valor(QStringLiteral("return _ejecutar(\"SELECT COUNT(*) FROM prueba_venta WHERE 'a;b' <> ''\");")), 4.0);
+        QCOMPARE(valor(QStringLiteral("return _ejecutar('SELECT COUNT(*) FROM prueba_venta;');")), 4.0);
+    }
+
     void ejecutarGivesZeroForNoRowAndForNull()
     {
         QCOMPARE(valor(QStringLiteral("return _ejecutar('SELECT importe FROM prueba_venta WHERE sucursal = 9');")), 0.0);
