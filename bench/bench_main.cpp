@@ -3,6 +3,7 @@
 // or postgresql on the server VBI_TEST_PG_URL names).
 #include "suite.h"
 
+#include "schemainstaller.h"
 #include "seed.h"
 
 #include <QApplication>
@@ -36,6 +37,9 @@ void preparar(Suite& suite)
     suite.tablero->create();
     seed::fillLibrary(*suite.tablero);
     seed::fillDashboard(*suite.tablero);
+    suite.tienda = std::make_unique<BenchDatabase>(suite.backend, QStringLiteral("tienda"));
+    suite.tienda->create();
+    SchemaInstaller::addDemoData(suite.tienda->connection());
     suite.escritura = std::make_unique<BenchDatabase>(suite.backend, QStringLiteral("escritura"));
     suite.escritura->create();
     std::fprintf(stderr, "vbi_bench: %s databases ready in %.1f s\n", suite.backendName().c_str(),
@@ -77,6 +81,7 @@ int main(int argc, char** argv)
         registerDialogBenchmarks(suite);
         registerMemoryBenchmarks(suite);
         registerDashboardBenchmarks(suite);
+    registerMetricBenchmarks(suite);
         benchmark::RunSpecifiedBenchmarks();
     } catch (const std::exception& e) {
         avisar(e.what());

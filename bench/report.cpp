@@ -45,6 +45,7 @@ const QMap<QString, Meta>& metas()
         {QStringLiteral("dlgPropIndicador.Edit"), {"dlgPropIndicador.Edit until shown, 1,000 metrics", "same widgets filled from memory, shown", 1.5, false}},
         {QStringLiteral("TreePeakMemory"), {"peak memory, 42,000-node tree", "same tree built from memory", 1.2, true}},
         {QStringLiteral("TableroPintado"), {"dashboard of 100 placed indicators opened until painted", "same layout drawn as plain boxes", 2.0, false}},
+        {QStringLiteral("ValoresTablero"), {"sample dashboard's metrics run, every tile, four periods", "the same SQL run through Qt SQL", 1.5, false}},
     };
     return m;
 }
@@ -53,7 +54,7 @@ const QStringList Orden{QStringLiteral("LlenarArbol"),        QStringLiteral("EM
                         QStringLiteral("ETabIndicador.Save"), QStringLiteral("EMetrica.Load"),
                         QStringLiteral("EIndicador.Load"),    QStringLiteral("ETablero.Load"),
                         QStringLiteral("dlgPropIndicador.Edit"), QStringLiteral("TreePeakMemory"),
-                        QStringLiteral("TableroPintado")};
+                        QStringLiteral("TableroPintado"), QStringLiteral("ValoresTablero")};
 
 struct Serie {
     std::vector<double> muestras; // ms, or KiB for memory

@@ -26,6 +26,8 @@ struct Suite {
     std::unique_ptr<BenchDatabase> lectura;
     // The library with the dashboard of a hundred placed indicators; read only.
     std::unique_ptr<BenchDatabase> tablero;
+    // The sample library and the sample shop its metrics read; read only.
+    std::unique_ptr<BenchDatabase> tienda;
     // Where new rows go.
     std::unique_ptr<BenchDatabase> escritura;
 
@@ -64,6 +66,7 @@ void registerEntityBenchmarks(Suite& suite);
 void registerDialogBenchmarks(Suite& suite);
 void registerMemoryBenchmarks(Suite& suite);
 void registerDashboardBenchmarks(Suite& suite);
+void registerMetricBenchmarks(Suite& suite);
 
 // The measured child process of the memory benchmark; answers the exit code.
 int runPeakTreeChild(int argc, char** argv);

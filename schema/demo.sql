@@ -79,3 +79,14 @@ INSERT INTO Producto (Sys_PK, Descripcion, Codigo) SELECT 2, 'Vino blanco joven 
 INSERT INTO Producto (Sys_PK, Descripcion, Codigo) SELECT 3, 'Fino en rama 37,5 cl', 'FR-037' WHERE NOT EXISTS (SELECT 1 FROM Producto WHERE Sys_PK = 3);
 INSERT INTO Sucursal (Sys_PK, Nombre, Ciudad) SELECT 1, 'Tienda Centro', 'Jerez' WHERE NOT EXISTS (SELECT 1 FROM Sucursal WHERE Sys_PK = 1);
 INSERT INTO Sucursal (Sys_PK, Nombre, Ciudad) SELECT 2, 'Tienda Puerto', 'El Puerto de Santa María' WHERE NOT EXISTS (SELECT 1 FROM Sucursal WHERE Sys_PK = 2);
+INSERT INTO Sucursal (Sys_PK, Nombre, Ciudad) SELECT 3, 'Tienda Sanlúcar', 'Sanlúcar de Barrameda' WHERE NOT EXISTS (SELECT 1 FROM Sucursal WHERE Sys_PK = 3);
+
+-- The sample shop the sample metrics read: tickets of sale (one product line
+-- each, written by the installer for the two years up to the day it runs)
+-- and the units in stock per product.
+CREATE TABLE IF NOT EXISTS Ticket (Sys_PK integer PRIMARY KEY, Fecha date, FK_Sucursal integer, FK_Cliente integer,
+    FK_Producto integer, Cantidad integer, Importe numeric(12,2));
+CREATE TABLE IF NOT EXISTS Existencia (FK_Producto integer PRIMARY KEY, Unidades integer);
+INSERT INTO Existencia (FK_Producto, Unidades) SELECT 1, 120 WHERE NOT EXISTS (SELECT 1 FROM Existencia WHERE FK_Producto = 1);
+INSERT INTO Existencia (FK_Producto, Unidades) SELECT 2, 35 WHERE NOT EXISTS (SELECT 1 FROM Existencia WHERE FK_Producto = 2);
+INSERT INTO Existencia (FK_Producto, Unidades) SELECT 3, 8 WHERE NOT EXISTS (SELECT 1 FROM Existencia WHERE FK_Producto = 3);

@@ -91,6 +91,18 @@ private slots:
         QCOMPARE(errorNumberOf([&] { cnx.Close(); }), ado::ErrObjectClosed);
     }
 
+    void readOnlyConnectionReadsButNeverWrites()
+    {
+        addPerspective(QStringLiteral("Ventas"), QStringLiteral("0"));
+        ado::Connection cnx;
+        cnx.OpenReadOnly(db.url());
+        QCOMPARE(cnx.State(), 1);
+        QCOMPARE(cnx.runText(QStringLiteral("SELECT COUNT(*) FROM ut_bi_Perspectiva")).next(), true);
+        QCOMPARE(errorNumberOf([&] { cnx.Execute(QStringLiteral("DELETE FROM ut_bi_Perspectiva")); }), ado::ErrProvider);
+        QCOMPARE(errorNumberOf([&] { cnx.Execute(QStringLiteral("CREATE TABLE escrita (a INTEGER)")); }), ado::ErrProvider);
+        QCOMPARE(db.scalar(QStringLiteral("SELECT COUNT(*) FROM ut_bi_Perspectiva")).toInt(), 1);
+    }
+
     void executeRaisesOnSqlError()
     {
         QCOMPARE(errorNumberOf([&] { db.connection().Execute(QStringLiteral("DELETE FROM no_such_table")); }),

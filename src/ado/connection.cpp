@@ -21,6 +21,18 @@ QString nextConnectionName()
 // A second writer on an SQLite file waits this long instead of failing at once.
 constexpr auto SqliteOptions = "QSQLITE_BUSY_TIMEOUT=10000";
 
+constexpr auto SqliteReadOnlyOptions = "QSQLITE_BUSY_TIMEOUT=10000;QSQLITE_OPEN_READONLY";
+
+// Every later transaction of a PostgreSQL session reads only; SQLite's file
+// was opened so already.
+bool startsReadOnly(const QSqlDatabase& db, Dialect dialect)
+{
+    if (dialect != Dialect::PostgreSQL)
+        return true;
+    QSqlQuery query(db);
+    return query.exec(QStringLiteral("SET SESSION CHARACTERISTICS AS TRANSACTION READ ONLY"));
+}
+
 // PostgreSQL refuses to run a kept plan whose result changed shape ("cached
 // plan must not change result type") after another session altered its table.
 // Nothing ran, so preparing the statement afresh and running it again is safe.
@@ -57,6 +69,16 @@ Connection::~Connection()
 
 void Connection::Open(const QString& url)
 {
+    open(url, false);
+}
+
+void Connection::OpenReadOnly(const QString& url)
+{
+    open(url, true);
+}
+
+void Connection::open(const QString& url, bool readOnly)
+{
     if (m_open)
         throw vb::AutomationError(ErrObjectOpen,
                                   QStringLiteral("Operation is not allowed when the object is open."));
@@ -71,8 +93,8 @@ void Connection::Open(const QString& url)
         db.setUserName(parsed.user);
         db.setPassword(parsed.password);
         if (parsed.dialect == Dialect::SQLite)
-            db.setConnectOptions(QString::fromLatin1(SqliteOptions));
-        if (!db.open()) {
+            db.setConnectOptions(QString::fromLatin1(readOnly ? SqliteReadOnlyOptions : SqliteOptions));
+        if (!db.open() || (readOnly && !startsReadOnly(db, parsed.dialect))) {
             const QString why = db.lastError().text();
             db = QSqlDatabase();
             QSqlDatabase::removeDatabase(m_name);

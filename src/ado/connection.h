@@ -26,6 +26,9 @@ public:
 
     // Opens the database named by the URL; raises when it cannot.
     Q_INVOKABLE void Open(const QString& url);
+    // Opens it for reading only: SQLite refuses every write on the file, and
+    // PostgreSQL starts each transaction of the session read-only.
+    void OpenReadOnly(const QString& url);
     // Closes it; raises 3704 when it is not open.
     Q_INVOKABLE void Close();
     // Runs a statement that returns no rows; raises on an SQL error.
@@ -62,6 +65,7 @@ public:
     const QStringList& columns(const QString& table);
 
 private:
+    void open(const QString& url, bool readOnly);
     QSqlQuery forwardQuery() const;
     QSqlQuery& prepared(const QString& sql);
     QSqlQuery& execPrepared(const QString& sql, const QVariantList& values);

@@ -1,5 +1,6 @@
 // vbi: the host program of VendimarBI.
 #include "ado/connection.h"
+#include "comandoevaluar.h"
 #include "comandoexportar.h"
 #include "comandoimportar.h"
 #include "comandorevisar.h"
@@ -43,6 +44,10 @@ int usage()
              "                               write a portable bundle (JSON) of a part of the library\n"
              "  vbi import [URL] FILE [--dry-run]\n"
              "                               read a bundle into the library in one transaction\n"
+             "  vbi evaluate [URL] --metric K [--entity K] [--period dia|semana|mes|ano]\n"
+             "               [--date YYYY-MM-DD] [--time-limit MS]\n"
+             "                               print a metric's value for the period holding the date\n"
+             "                               (today's day by default); exit status 1 on its error\n"
              "  vbi screenshots DIR          render every dialog, filled with sample data, to PNG files\n"
              "  vbi script FILE.js [URL] [--time-limit SECONDS]\n"
              "                               run a JavaScript file against the automation objects\n"
@@ -77,7 +82,8 @@ int initDb(const QStringList& args)
         out() << "The nine ut_bi_ tables are ready on " << url << "\n";
         if (demo) {
             if (SchemaInstaller::addDemoData(connection))
-                out() << "Added the sample library (perspectives, metrics, indicators, a dashboard).\n";
+                out() << "Added the sample library (perspectives, metrics, indicators, a dashboard)"
+                         " and the sample shop its metrics read (two years of tickets, stock).\n";
             else
                 out() << "The database already holds perspectives; no sample data was added.\n";
         }
@@ -126,7 +132,7 @@ int main(int argc, char* argv[])
     // Commands that only touch the database need no display at all.
     if (command == QLatin1String("init-db") || command == QLatin1String("default-url") || command.isEmpty()
         || command == QLatin1String("check") || command == QLatin1String("export")
-        || command == QLatin1String("import")) {
+        || command == QLatin1String("import") || command == QLatin1String("evaluate")) {
         QCoreApplication app(argc, argv);
         configurarAplicacion();
         const QStringList args = app.arguments().mid(2);
@@ -138,6 +144,8 @@ int main(int argc, char* argv[])
             return ejecutarExportacion(args, defaultUrl());
         if (command == QLatin1String("import"))
             return ejecutarImportacion(args, defaultUrl());
+        if (command == QLatin1String("evaluate"))
+            return ejecutarEvaluacion(args, defaultUrl());
         if (command == QLatin1String("default-url")) {
             out() << defaultUrl() << "\n";
             return 0;

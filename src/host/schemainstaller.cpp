@@ -2,6 +2,7 @@
 
 #include "ado/connection.h"
 #include "ado/recordset.h"
+#include "tiendademo.h"
 #include "vb/automationerror.h"
 
 #include <QFile>
@@ -67,6 +68,7 @@ bool addDemoData(ado::Connection& connection)
     if (count.Fields(0).toInt() > 0)
         return false;
     runFile(connection, QStringLiteral(":/schema/demo.sql"));
+    TiendaDemo::crear(connection);
     return true;
 }
 

@@ -14,7 +14,8 @@ namespace SchemaInstaller {
 // Raises vb::AutomationError when a statement fails.
 void apply(ado::Connection& connection);
 
-// Adds the sample library when the database holds no perspective yet.
+// Adds the sample library, and the sample shop its metrics read, when the
+// database holds no perspective yet.
 // Answers whether it added anything.
 bool addDemoData(ado::Connection& connection);
 

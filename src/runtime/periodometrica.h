@@ -1,0 +1,19 @@
+#pragma once
+
+#include <QDate>
+#include <QString>
+
+// The days a metric is asked about: the first and last day of the day,
+// week, month or year (cPeriodosTemporales 0 to 3) that holds a date.
+struct IntervaloPeriodo {
+    QDate inicio;
+    QDate final;
+};
+
+class PeriodoMetrica {
+public:
+    // An invalid interval for a period out of range or an invalid date.
+    static IntervaloPeriodo intervalo(int periodo, const QDate& fecha);
+    // The period named on the command line (dia, semana, mes, ano), or -1.
+    static int desdeNombre(const QString& nombre);
+};
