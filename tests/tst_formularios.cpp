@@ -1,12 +1,14 @@
 // The engine's editor entry points: the right each one asks, what a refusal
 // or a missing user-management object does, and the entity-search questions.
 #include "engine/eengine.h"
+#include "engine/msgbox.h"
 #include "engine/quelta.h"
 #include "enginefixture.h"
 #include "modalanswerer.h"
 #include "testdatabase.h"
 #include "vb/vb.h"
 
+#include <QFontMetrics>
 #include <QTest>
 
 namespace {
@@ -51,6 +53,24 @@ class TstFormularios : public QObject {
 
 private slots:
     void initTestCase() { VBI_CREATE_TEST_DATABASE(db); }
+
+    // A one-word text under a long title: the box is wide enough for the
+    // whole title, so the window's frame never cuts it.
+    void messageBoxIsWideEnoughForItsTitle()
+    {
+        const QString titulo = QStringLiteral("Propiedades del indicador «Avance de ventas por sucursal y mes»");
+        int ancho = 0;
+        ModalAnswerer answerer;
+        answerer.expect([&](QWidget* w) {
+            ancho = w->width();
+            ModalAnswerer::press(w, QStringLiteral("Aceptar"));
+        });
+        vbui::MsgBox(QStringLiteral("Hecho"), vbui::vbInformation, titulo);
+        QVERIFY(answerer.allAnswered());
+        QFont negrita = QApplication::font();
+        negrita.setBold(true);
+        QVERIFY2(ancho > QFontMetrics(negrita).horizontalAdvance(titulo), qPrintable(QString::number(ancho)));
+    }
 
     void init()
     {

@@ -1,6 +1,7 @@
 #include "msgbox.h"
 
 #include <QApplication>
+#include <QGridLayout>
 #include <QLibraryInfo>
 #include <QMessageBox>
 #include <QTranslator>
@@ -23,6 +24,23 @@ QMessageBox::Icon iconOf(int style)
     default:
         return QMessageBox::NoIcon;
     }
+}
+
+// A message box is as wide as its text, so a short text under a long title
+// had the title cut by the window's frame. A spacer across the bottom of the
+// box's own layout keeps it wide enough for the whole title and the frame's
+// buttons beside it.
+void anchoParaTitulo(QMessageBox& box)
+{
+    auto* grid = qobject_cast<QGridLayout*>(box.layout());
+    if (!grid)
+        return;
+    QFont fuenteTitulo = box.font();
+    fuenteTitulo.setBold(true);
+    constexpr int botonesDelMarco = 120;
+    const int ancho = QFontMetrics(fuenteTitulo).horizontalAdvance(box.windowTitle()) + botonesDelMarco;
+    grid->addItem(new QSpacerItem(ancho, 0, QSizePolicy::Minimum, QSizePolicy::Fixed), grid->rowCount(), 0, 1,
+                  grid->columnCount());
 }
 
 } // namespace
@@ -54,6 +72,7 @@ int MsgBox(const QString& prompt, int style, const QString& title)
     box.setWindowTitle(title.isEmpty() ? tituloAplicacion() : title);
     box.setText(prompt);
     box.setIcon(iconOf(style));
+    anchoParaTitulo(box);
     if ((style & 0x0F) == vbYesNo) {
         box.setStandardButtons(QMessageBox::Yes | QMessageBox::No);
         box.setDefaultButton((style & vbDefaultButton2) ? QMessageBox::No : QMessageBox::Yes);
