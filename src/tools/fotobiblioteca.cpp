@@ -1,6 +1,7 @@
 #include "fotobiblioteca.h"
 
 #include "ado/connection.h"
+#include "model/vendimarbi.h"
 
 #include <QSqlQuery>
 #include <QSqlRecord>
@@ -25,20 +26,19 @@ QList<FotoBiblioteca::Fila> filas(ado::Connection& conexion, const QString& sql)
 
 FotoBiblioteca FotoBiblioteca::leer(ado::Connection& conexion)
 {
-    const auto tabla = [&](const char* nombre, const char* orden) {
-        return filas(conexion, QStringLiteral("SELECT * FROM %1 ORDER BY %2")
-                                   .arg(QLatin1String(nombre), QLatin1String(orden)));
+    const auto tabla = [&](const QString& nombre, const char* orden) {
+        return filas(conexion, QStringLiteral("SELECT * FROM %1 ORDER BY %2").arg(nombre, QLatin1String(orden)));
     };
     FotoBiblioteca foto;
-    foto.perspectivas = tabla("ut_bi_Perspectiva", "Sys_PK");
-    foto.metricas = tabla("ut_bi_Metrica", "Sys_PK");
-    foto.indicadores = tabla("ut_bi_Indicador", "Sys_PK");
-    foto.barras = tabla("ut_bi_BarraProg", "uf_FK_Indicador");
-    foto.semaforos = tabla("ut_bi_Semaforo", "uf_FK_Indicador");
-    foto.matrices = tabla("ut_bi_MatrizGraf", "uf_FK_Indicador");
-    foto.tableros = tabla("ut_bi_Tablero", "Sys_PK");
-    foto.colocaciones = tabla("ut_bi_TabIndicador", "Sys_PK");
-    foto.figuras = tabla("ut_bi_Fig", "Sys_PK");
+    foto.perspectivas = tabla(QStringLiteral("ut_bi_Perspectiva"), "Sys_PK");
+    foto.metricas = tabla(QStringLiteral("ut_bi_Metrica"), "Sys_PK");
+    foto.indicadores = tabla(QStringLiteral("ut_bi_Indicador"), "Sys_PK");
+    foto.barras = tabla(tablaConfiguracion(VendimarBI::cBarraProgreso), "uf_FK_Indicador");
+    foto.semaforos = tabla(tablaConfiguracion(VendimarBI::cSemaforo), "uf_FK_Indicador");
+    foto.matrices = tabla(tablaConfiguracion(VendimarBI::cMatrizGrafico), "uf_FK_Indicador");
+    foto.tableros = tabla(QStringLiteral("ut_bi_Tablero"), "Sys_PK");
+    foto.colocaciones = tabla(QStringLiteral("ut_bi_TabIndicador"), "Sys_PK");
+    foto.figuras = tabla(QStringLiteral("ut_bi_Fig"), "Sys_PK");
     // The very query the tree runs, so that its order (collation, where NULL
     // sorts) is the database's own and not a guess.
     foto.ordenArbol = filas(
@@ -53,6 +53,20 @@ QHash<int, const FotoBiblioteca::Fila*> FotoBiblioteca::porClave(const QList<Fil
     for (const Fila& fila : filas)
         resultado.insert(entero(fila, QStringLiteral("sys_pk")), &fila);
     return resultado;
+}
+
+QString tablaConfiguracion(int tipo)
+{
+    switch (tipo) {
+    case VendimarBI::cBarraProgreso:
+        return QStringLiteral("ut_bi_BarraProg");
+    case VendimarBI::cMatrizGrafico:
+        return QStringLiteral("ut_bi_MatrizGraf");
+    case VendimarBI::cSemaforo:
+        return QStringLiteral("ut_bi_Semaforo");
+    default:
+        return QString();
+    }
 }
 
 int entero(const FotoBiblioteca::Fila& fila, const QString& columna)

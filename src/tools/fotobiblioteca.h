@@ -34,6 +34,10 @@ struct FotoBiblioteca {
     static QHash<int, const Fila*> porClave(const QList<Fila>& filas);
 };
 
+// The table that holds the configuration of an indicator kind, empty for a
+// kind without one.
+QString tablaConfiguracion(int tipo);
+
 // A key column as an integer: NULL reads as 0.
 int entero(const FotoBiblioteca::Fila& fila, const QString& columna);
 

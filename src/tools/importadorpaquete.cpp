@@ -1,6 +1,7 @@
 #include "importadorpaquete.h"
 
 #include "ado/connection.h"
+#include "fotobiblioteca.h"
 #include "llamadasmotor.h"
 #include "model/vendimarbi.h"
 #include "propiedadesjson.h"
@@ -34,20 +35,6 @@ QString nombreDe(int tipo)
 QString derechoDe(int tipo)
 {
     return QLatin1String(Clases[tipo - VendimarBI::cPerspectiva].derecho);
-}
-
-QString tablaConfiguracion(int tipo)
-{
-    switch (tipo) {
-    case VendimarBI::cBarraProgreso:
-        return QStringLiteral("ut_bi_BarraProg");
-    case VendimarBI::cMatrizGrafico:
-        return QStringLiteral("ut_bi_MatrizGraf");
-    case VendimarBI::cSemaforo:
-        return QStringLiteral("ut_bi_Semaforo");
-    default:
-        return QString();
-    }
 }
 
 int propiedad(const QJsonObject& entrada, const char* nombre)

@@ -15,9 +15,9 @@ const QString ColumnaIndicador = QStringLiteral("uf_fk_indicador");
 QList<RevisionBiblioteca::TablaConfiguracion> tablas(const FotoBiblioteca& foto)
 {
     QList<RevisionBiblioteca::TablaConfiguracion> resultado{
-        {VendimarBI::cBarraProgreso, QStringLiteral("ut_bi_BarraProg"), {}},
-        {VendimarBI::cMatrizGrafico, QStringLiteral("ut_bi_MatrizGraf"), {}},
-        {VendimarBI::cSemaforo, QStringLiteral("ut_bi_Semaforo"), {}}};
+        {VendimarBI::cBarraProgreso, tablaConfiguracion(VendimarBI::cBarraProgreso), {}},
+        {VendimarBI::cMatrizGrafico, tablaConfiguracion(VendimarBI::cMatrizGrafico), {}},
+        {VendimarBI::cSemaforo, tablaConfiguracion(VendimarBI::cSemaforo), {}}};
     const QList<FotoBiblioteca::Fila>* filas[] = {&foto.barras, &foto.matrices, &foto.semaforos};
     for (qsizetype i = 0; i < resultado.size(); ++i)
         for (const FotoBiblioteca::Fila& fila : *filas[i])
