@@ -51,6 +51,15 @@ ElementoTablero::ElementoTablero(QObject* entidad, std::unique_ptr<PiezaTablero>
 
 ElementoTablero::~ElementoTablero() = default;
 
+void ElementoTablero::setEditable(bool editable)
+{
+    m_editable = editable;
+    setFlag(ItemIsMovable, editable);
+    setFlag(ItemIsSelectable, editable);
+    if (!editable)
+        setSelected(false);
+}
+
 bool ElementoTablero::esFigura() const
 {
     return m_entidad && m_entidad->metaObject()->indexOfProperty("Texto") >= 0;
@@ -144,6 +153,7 @@ bool ElementoTablero::enEsquina(const QPointF& punto) const
 void ElementoTablero::hoverMoveEvent(QGraphicsSceneHoverEvent* event)
 {
     setCursor(periodoEn(event->pos()) >= 0 ? Qt::PointingHandCursor
+              : !m_editable                ? Qt::ArrowCursor
               : enEsquina(event->pos())    ? Qt::SizeFDiagCursor
                                            : Qt::SizeAllCursor);
 }
@@ -158,19 +168,21 @@ void ElementoTablero::mousePressEvent(QGraphicsSceneMouseEvent* event)
     const int periodo = event->button() == Qt::LeftButton ? periodoEn(event->pos()) : -1;
     m_enPestana = periodo >= 0;
     if (m_enPestana) {
-        if (m_pieza->setPeriodo(periodo))
+        if (m_pieza->periodo() != periodo && m_pieza->setPeriodo(periodo)) {
             update();
+            emit periodoCambiado(this);
+        }
         event->accept();
         return;
     }
-    m_redimensionando = event->button() == Qt::LeftButton && enEsquina(event->pos());
+    m_redimensionando = m_editable && event->button() == Qt::LeftButton && enEsquina(event->pos());
     m_movido = false;
     QGraphicsObject::mousePressEvent(event);
 }
 
 void ElementoTablero::mouseMoveEvent(QGraphicsSceneMouseEvent* event)
 {
-    if (m_enPestana)
+    if (m_enPestana || !m_editable)
         return;
     m_movido = true;
     if (!m_redimensionando) {
@@ -227,7 +239,8 @@ void ElementoTablero::mouseDoubleClickEvent(QGraphicsSceneMouseEvent* event)
         return;
     }
     QGraphicsObject::mouseDoubleClickEvent(event);
-    emit editar(this);
+    if (m_editable)
+        emit editar(this);
 }
 
 void ElementoTablero::guardarGeometria()

@@ -38,12 +38,17 @@ public:
     // page and its grid allow, and reports the change.
     void desplazar(const QPointF& distancia);
     void crecer(const QSizeF& crecimiento);
+    // An item that is not editable is only looked at: it neither moves,
+    // nor resizes, nor is selected, nor opens its editor; its tabs still
+    // switch the period.
+    void setEditable(bool editable);
     QRectF boundingRect() const override;
     void paint(QPainter* painter, const QStyleOptionGraphicsItem* option, QWidget* widget) override;
 
 signals:
     void cambiado(ElementoTablero* elemento);
     void editar(ElementoTablero* elemento);
+    void periodoCambiado(ElementoTablero* elemento);
 
 protected:
     void mousePressEvent(QGraphicsSceneMouseEvent* event) override;
@@ -69,4 +74,5 @@ private:
     bool m_enPestana = false;
     bool m_redimensionando = false;
     bool m_movido = false;
+    bool m_editable = true;
 };

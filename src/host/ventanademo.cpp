@@ -9,6 +9,7 @@
 #include "model/etabindicador.h"
 #include "render/piezatablero.h"
 #include "model/vendimarbi.h"
+#include "valoresvivos.h"
 #include "vb/automationerror.h"
 #include "vistatablero.h"
 
@@ -55,11 +56,12 @@ QString nombreTipo(int tipo)
 
 } // namespace
 
-VentanaDemo::VentanaDemo(EEngine* engine, int usuario, const QString& descripcionBase, QWidget* parent)
+VentanaDemo::VentanaDemo(EEngine* engine, int usuario, const QString& url, QWidget* parent)
     : QMainWindow(parent)
     , m_engine(engine)
     , m_usuario(usuario)
     , m_almacen(engine)
+    , m_url(url)
 {
     setObjectName(QStringLiteral("VentanaDemo"));
     setWindowTitle(QStringLiteral("VendimarBI — Diseñador de tableros (usuario %1)").arg(usuario));
@@ -83,7 +85,7 @@ VentanaDemo::VentanaDemo(EEngine* engine, int usuario, const QString& descripcio
     m_divisor->setStretchFactor(1, 1);
     m_divisor->setSizes({200, 700});
     setCentralWidget(m_divisor);
-    mostrarSesion(descripcionBase);
+    mostrarSesion(url);
     construirAcciones();
     connect(lstTableros, &QListWidget::currentRowChanged, this, &VentanaDemo::mostrarTablero);
     resize(980, 620);
@@ -106,7 +108,8 @@ void VentanaDemo::construirAcciones()
         bool enBarra = true;
     };
     const QList<Accion> acciones{
-        {"&Biblioteca", "Biblioteca de &métricas", "actBibliotecaMetricas", {}, [this] { m_engine->Biblioteca_Metricas(); }},
+        {"&Biblioteca", "Biblioteca de &métricas", "actBibliotecaMetricas", {},
+         [this] { m_engine->Biblioteca_Metricas(); mostrarTablero(); }},
         {"&Biblioteca", "Biblioteca de &indicadores", "actBibliotecaIndicadores", {},
          [this] { m_engine->Biblioteca_Indicadores(); mostrarTablero(); }},
         {"&Biblioteca", "&Revisar biblioteca…", "actRevisarBiblioteca", {}, [this] { revisarBiblioteca(); }},
@@ -154,6 +157,7 @@ void VentanaDemo::construirAcciones()
     m_rejilla->setCheckable(true);
     m_rejilla->setChecked(m_escena->pagina().rejilla());
     connect(m_rejilla, &QAction::toggled, this, &VentanaDemo::ajustarARejilla);
+    prepararModoVista(barra, ver);
 }
 
 void VentanaDemo::verComoCajas(bool cajas)
@@ -281,7 +285,7 @@ void VentanaDemo::mostrarTablero()
 
 void VentanaDemo::agregarIndicadores(const QList<QObject*>& colocados)
 {
-    if (m_verCajas->isChecked()) {
+    if (m_verCajas->isChecked() && !modoVista()) {
         for (QObject* tab : colocados)
             agregarElemento(new ElementoTablero(tab, describirIndicador(tab->property("FK_Indicador").toInt())));
         return;
@@ -292,13 +296,17 @@ void VentanaDemo::agregarIndicadores(const QList<QObject*>& colocados)
             tabs.append(colocado);
     m_lector = std::make_unique<LectorPiezas>(m_engine);
     const QList<DatosPieza> datos = m_lector->leer(QList<const ETabIndicador*>(tabs.cbegin(), tabs.cend()));
+    const FuenteValores& fuente = modoVista() ? static_cast<const FuenteValores&>(*m_vivos) : m_muestras;
     for (qsizetype i = 0; i < tabs.size(); ++i)
-        agregarElemento(new ElementoTablero(tabs[i], std::make_unique<PiezaTablero>(datos[i], m_muestras)));
+        agregarElemento(new ElementoTablero(tabs[i], std::make_unique<PiezaTablero>(datos[i], fuente)));
+    if (modoVista())
+        pedirValores();
 }
 
 void VentanaDemo::agregarElemento(ElementoTablero* elemento)
 {
     m_escena->addItem(elemento);
+    prepararElemento(elemento);
     connect(elemento, &ElementoTablero::cambiado, this, &VentanaDemo::guardarElemento);
     connect(elemento, &ElementoTablero::editar, this, &VentanaDemo::editarElemento);
 }

@@ -4,6 +4,7 @@
 #include "escenatablero.h"
 #include "render/valoresmuestra.h"
 
+#include <QDate>
 #include <QMainWindow>
 #include <QPointer>
 #include <memory>
@@ -13,7 +14,11 @@ class EEngine;
 class ElementoTablero;
 class LectorPiezas;
 class QAction;
+class QDateEdit;
+class QLabel;
 class OrdenElemento;
+class QToolBar;
+class ValoresVivos;
 class QUndoStack;
 class VentanaBusqueda;
 class VistaTablero;
@@ -29,12 +34,17 @@ class QVBoxLayout;
 // real ones; "Ver como cajas" draws them as plain boxes instead. Items are
 // laid out on the dashboard's page (EscenaTablero), from the mouse, the
 // keyboard and context menus (VistaTablero), and every change to them is a
-// step of an undo history written to the database as it is done.
+// step of an undo history written to the database as it is done. The view
+// mode ("Vista") shows the same dashboard as its user reads it: the metrics'
+// values for a date, worked out without holding the window up, and nothing
+// that edits the layout.
 class VentanaDemo : public QMainWindow {
     Q_OBJECT
 
 public:
-    VentanaDemo(EEngine* engine, int usuario, const QString& descripcionBase, QWidget* parent = nullptr);
+    // url: the database the engine works on, shown in the status bar and
+    // read, on a read-only connection of its own, by the view mode.
+    VentanaDemo(EEngine* engine, int usuario, const QString& url, QWidget* parent = nullptr);
     ~VentanaDemo() override;
 
     // The dashboard shown, 0 when none.
@@ -64,6 +74,15 @@ public:
     // Turns snapping to the grid on and off for moves, resizes and new items.
     void ajustarARejilla(bool activa);
 
+    bool modoVista() const;
+    void setModoVista(bool vista);
+    QDate fechaVista() const;
+    void setFechaVista(const QDate& fecha);
+    // Forgets the values shown and works them out again from the database.
+    void recalcular();
+    // The live values of the view mode; none until it is first entered.
+    ValoresVivos* valoresVivos() const { return m_vivos.get(); }
+
 protected:
     void closeEvent(QCloseEvent* event) override;
 
@@ -78,6 +97,15 @@ private:
     bool hayTablero();
     void prepararVista();
     void prepararHistoria(QMenu* antesDe);
+    void prepararModoVista(QToolBar* barra, QMenu* ver);
+    void cambiarModo(bool vista);
+    // The items that draw a placed indicator as its tile.
+    QList<ElementoTablero*> piezasMostradas() const;
+    // Asks the live values for what every tile shows in its current period.
+    void pedirValores();
+    void mostrarValores();
+    // A tile of the view mode shows live values and an item is only looked at.
+    void prepararElemento(ElementoTablero* elemento);
     // Records a step the user just did, for undo and redo.
     void registrar(OrdenElemento* orden);
     void registrarPresencia(int paso, QObject* entidad, const QVariantMap& estado);
@@ -102,12 +130,18 @@ private:
     QSplitter* m_divisor = nullptr;
     QAction* m_verCajas = nullptr;
     QAction* m_rejilla = nullptr;
+    QAction* m_modoVista = nullptr;
+    QDateEdit* m_fechaVista = nullptr;
+    QLabel* m_estadoVista = nullptr;
     QUndoStack* m_historia = nullptr;
     QPointer<VentanaBusqueda> m_busqueda;
     AlmacenElementos m_almacen;
     // The undo history belongs to the dashboard shown: another one starts it anew.
     int m_tableroMostrado = 0;
     ValoresMuestra m_muestras;
+    QString m_url;
+    // Declared before the tiles that read from it, so it outlives them.
+    std::unique_ptr<ValoresVivos> m_vivos;
     // What the tiles of the dashboard shown paint from.
     std::unique_ptr<LectorPiezas> m_lector;
     std::unique_ptr<QObject> m_tablero;

@@ -26,20 +26,32 @@ QColor colorSerie(int i)
 
 } // namespace
 
+QList<PeticionValor> DibujoMatriz::peticiones(const EMatrizGrafico* matriz, int periodo, int entidad)
+{
+    QList<PeticionValor> result;
+    for (int clave : MetricasConfiguracion::matriz(matriz))
+        result.append({clave, periodo, 0, 0, 0, entidad});
+    for (int clave : MetricasConfiguracion::grafico(matriz))
+        for (int atras = Historia - 1; atras >= 0; --atras)
+            result.append({clave, periodo, atras, 0, 0, entidad});
+    return result;
+}
+
 DibujoMatriz::DibujoMatriz(const EMatrizGrafico* matriz, const QHash<int, const EMetrica*>& metricas,
-                           const FuenteValores& valores, int periodo)
+                           const FuenteValores& valores, int periodo, int entidad)
     : m_tipo(matriz ? matriz->Grafico_Tipo() : 0)
     , m_titulo(matriz ? matriz->Grafico_Titulo() : QString())
 {
-    for (int clave : MetricasConfiguracion::matriz(matriz)) {
-        const FormatoMetrica formato(metricas.value(clave));
-        m_filas.append({formato.titulo(), formato.texto(valores.valor({clave, periodo, 0, 0, 0}))});
+    const QList<PeticionValor> figuras = peticiones(matriz, periodo, entidad);
+    const qsizetype filas = MetricasConfiguracion::matriz(matriz).size();
+    for (qsizetype i = 0; i < filas; ++i) {
+        const FormatoMetrica formato(metricas.value(figuras[i].metrica));
+        m_filas.append({formato.titulo(), formato.texto(valores.valor(figuras[i]))});
     }
-    for (int clave : MetricasConfiguracion::grafico(matriz)) {
-        Serie serie{FormatoMetrica(metricas.value(clave)).titulo(), {}};
-        for (int atras = Historia - 1; atras >= 0; --atras)
-            serie.valores.append(valores.valor({clave, periodo, atras, 0, 0}));
-        m_series.append(serie);
+    for (qsizetype i = filas; i < figuras.size(); ++i) {
+        if (figuras[i].atras == Historia - 1)
+            m_series.append({FormatoMetrica(metricas.value(figuras[i].metrica)).titulo(), {}});
+        m_series.last().valores.append(valores.valor(figuras[i]));
     }
 }
 

@@ -4,6 +4,7 @@
 #include <QList>
 #include <QString>
 
+struct PeticionValor;
 class EMatrizGrafico;
 class EMetrica;
 class FuenteValores;
@@ -27,8 +28,12 @@ public:
     // How many periods a line chart looks back.
     static constexpr int Historia = 6;
 
+    // The figures the tile shows for a period: each matrix row's value, then
+    // each chart metric's history, oldest first.
+    static QList<PeticionValor> peticiones(const EMatrizGrafico* matriz, int periodo, int entidad);
+
     DibujoMatriz(const EMatrizGrafico* matriz, const QHash<int, const EMetrica*>& metricas,
-                 const FuenteValores& valores, int periodo);
+                 const FuenteValores& valores, int periodo, int entidad);
 
     const QList<Fila>& filas() const { return m_filas; }
     const QList<Serie>& series() const { return m_series; }

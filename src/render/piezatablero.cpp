@@ -18,6 +18,7 @@
 
 #include <QPainter>
 #include <QVariant>
+#include <algorithm>
 
 using namespace VendimarBI;
 
@@ -122,11 +123,51 @@ int PiezaTablero::metricaPrincipal() const
     return config ? config->property("FK_Metrica").toInt() : 0;
 }
 
+int PiezaTablero::entidad() const
+{
+    return m_datos.colocado ? m_datos.colocado->FK_Entidad() : 0;
+}
+
 // The value of that metric for the current period, asked with the period's bounds.
 double PiezaTablero::valorActual(int metrica) const
 {
     return m_valores->valor({metrica, m_periodo, 0, Periodos::limiteInferior(m_datos.colocado, m_periodo),
-                             Periodos::limiteSuperior(m_datos.colocado, m_periodo)});
+                             Periodos::limiteSuperior(m_datos.colocado, m_periodo), entidad()});
+}
+
+QList<PeticionValor> PiezaTablero::peticiones() const
+{
+    switch (tipo()) {
+    case cBarraProgreso:
+    case cSemaforo:
+        return {{metricaPrincipal(), m_periodo, 0, Periodos::limiteInferior(m_datos.colocado, m_periodo),
+                 Periodos::limiteSuperior(m_datos.colocado, m_periodo), entidad()}};
+    case cMatrizGrafico:
+        return DibujoMatriz::peticiones(configuracion<EMatrizGrafico>(m_datos), m_periodo, entidad());
+    default:
+        return {};
+    }
+}
+
+bool PiezaTablero::calculando() const
+{
+    const QList<PeticionValor> figuras = peticiones();
+    return std::any_of(figuras.cbegin(), figuras.cend(), [this](const PeticionValor& p) { return m_valores->pendiente(p); });
+}
+
+QString PiezaTablero::errorValores() const
+{
+    for (const PeticionValor& peticion : peticiones()) {
+        const QString fallo = m_valores->fallo(peticion);
+        if (!fallo.isEmpty())
+            return QStringLiteral("«%1»: %2").arg(FormatoMetrica(m_datos.metricas.value(peticion.metrica)).titulo(), fallo);
+    }
+    return QString();
+}
+
+void PiezaTablero::valoresCambiados()
+{
+    m_grafico.reset();
 }
 
 DibujoBarra PiezaTablero::barra() const
@@ -145,7 +186,7 @@ DibujoSemaforo PiezaTablero::semaforo() const
 
 DibujoMatriz PiezaTablero::matriz() const
 {
-    return DibujoMatriz(configuracion<EMatrizGrafico>(m_datos), m_datos.metricas, *m_valores, m_periodo);
+    return DibujoMatriz(configuracion<EMatrizGrafico>(m_datos), m_datos.metricas, *m_valores, m_periodo, entidad());
 }
 
 GraficoMatriz* PiezaTablero::grafico()
@@ -192,7 +233,11 @@ void PiezaTablero::pintar(QPainter* painter, const QRectF& area)
     }
     if (cuerpo.height() > 2 && cuerpo.width() > 2) {
         if (rota)
-            pintarAveria(painter, cuerpo);
+            pintarAviso(painter, cuerpo, QStringLiteral("⚠ Referencia rota"), m_averia);
+        else if (calculando())
+            pintarCalculando(painter, cuerpo);
+        else if (const QString error = errorValores(); !error.isEmpty())
+            pintarAviso(painter, cuerpo, QStringLiteral("⚠ Error al calcular"), error);
         else
             pintarCuerpo(painter, cuerpo);
     }
@@ -284,16 +329,29 @@ void PiezaTablero::pintarCabecera(QPainter* painter, const QRectF& cabecera, boo
                      Qt::AlignLeft | Qt::AlignVCenter, Rotulo::fuente(cabecera.height() * 0.85, true));
 }
 
-void PiezaTablero::pintarAveria(QPainter* painter, const QRectF& cuerpo) const
+void PiezaTablero::pintarAviso(QPainter* painter, const QRectF& cuerpo, const QString& titulo, const QString& texto) const
 {
     const qreal linea = qBound<qreal>(Rotulo::MinimoLegible, cuerpo.height() / 3, 15);
     painter->setPen(MarcoRoto);
-    Rotulo::escribir(painter, QRectF(cuerpo.left(), cuerpo.top(), cuerpo.width(), linea * 1.2),
-                     QStringLiteral("⚠ Referencia rota"), Qt::AlignLeft | Qt::AlignVCenter, Rotulo::fuente(linea, true));
+    Rotulo::escribir(painter, QRectF(cuerpo.left(), cuerpo.top(), cuerpo.width(), linea * 1.2), titulo,
+                     Qt::AlignLeft | Qt::AlignVCenter, Rotulo::fuente(linea, true));
     painter->setPen(QColor(90, 20, 20));
     painter->setFont(Rotulo::fuente(linea));
     painter->drawText(QRectF(cuerpo.left(), cuerpo.top() + linea * 1.3, cuerpo.width(), cuerpo.height() - linea * 1.3),
-                      Qt::AlignLeft | Qt::AlignTop | Qt::TextWordWrap, m_averia);
+                      Qt::AlignLeft | Qt::AlignTop | Qt::TextWordWrap, texto);
+}
+
+// A tile whose figures are on their way shows a grey veil and says so,
+// rather than a zero the reader could take for the value.
+void PiezaTablero::pintarCalculando(QPainter* painter, const QRectF& cuerpo) const
+{
+    painter->setPen(Qt::NoPen);
+    painter->setBrush(QColor(238, 241, 246));
+    painter->drawRoundedRect(cuerpo, 4, 4);
+    painter->setPen(QColor(90, 100, 120));
+    QFont fuente = Rotulo::fuente(qBound<qreal>(Rotulo::MinimoLegible, cuerpo.height() / 3, 14));
+    fuente.setItalic(true);
+    Rotulo::escribir(painter, cuerpo, QStringLiteral("Calculando…"), Qt::AlignCenter, fuente);
 }
 
 void PiezaTablero::pintarMarcaMuestra(QPainter* painter, const QRectF& pie) const

@@ -13,6 +13,7 @@ class DibujoSemaforo;
 class FuenteValores;
 class GraficoMatriz;
 class QPainter;
+struct PeticionValor;
 
 // One placed indicator as the dashboard will show it: a frame with the
 // indicator's name, the entity it is computed for and a tab per period it
@@ -36,6 +37,14 @@ public:
     // The indicator's kind (TiposIndicador), 0 when the tile is broken.
     int tipo() const;
     bool esMuestra() const;
+    // The figures the current period shows; none for a broken tile.
+    QList<PeticionValor> peticiones() const;
+    // True while some figure of the current period is still being worked out.
+    bool calculando() const;
+    // Why a figure of the current period cannot be shown, naming its metric; empty when all can.
+    QString errorValores() const;
+    // The source has new figures: what was built from the old ones is built again.
+    void valoresCambiados();
 
     // What each kind draws for the current period; only the one of the tile's kind has a meaning.
     DibujoBarra barra() const;
@@ -51,6 +60,7 @@ private:
     QString buscarAveria() const;
     QString metricaPerdida(const QList<int>& claves) const;
     int metricaPrincipal() const;
+    int entidad() const;
     double valorActual(int metrica) const;
     struct Pestana {
         int periodo;
@@ -60,7 +70,8 @@ private:
     static QRectF cabeceraDe(const QRectF& area);
     QList<Pestana> pestanas(const QRectF& cabecera) const;
     void pintarCabecera(QPainter* painter, const QRectF& cabecera, bool conEntidad) const;
-    void pintarAveria(QPainter* painter, const QRectF& cuerpo) const;
+    void pintarAviso(QPainter* painter, const QRectF& cuerpo, const QString& titulo, const QString& texto) const;
+    void pintarCalculando(QPainter* painter, const QRectF& cuerpo) const;
     void pintarCuerpo(QPainter* painter, const QRectF& cuerpo);
     void pintarMarcaMuestra(QPainter* painter, const QRectF& area) const;
 

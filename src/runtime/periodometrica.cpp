@@ -38,6 +38,16 @@ IntervaloPeriodo PeriodoMetrica::intervalo(int periodo, const QDate& fecha)
     }
 }
 
+// The day before a period starts lies in the one before it, whatever the
+// length of either: the short last week of a year is followed back by a full one.
+IntervaloPeriodo PeriodoMetrica::anterior(int periodo, const QDate& fecha, int atras)
+{
+    IntervaloPeriodo result = intervalo(periodo, fecha);
+    for (int i = 0; i < atras && result.inicio.isValid(); ++i)
+        result = intervalo(periodo, result.inicio.addDays(-1));
+    return result;
+}
+
 int PeriodoMetrica::desdeNombre(const QString& nombre)
 {
     static const QStringList nombres = {QStringLiteral("dia"), QStringLiteral("semana"),

@@ -1,0 +1,27 @@
+#include "calculadorvalores.h"
+
+#include "runtime/evaluador.h"
+#include "vb/automationerror.h"
+
+CalculadorValores::CalculadorValores(const QString& url)
+    : m_url(url)
+{
+}
+
+CalculadorValores::~CalculadorValores() = default;
+
+QList<ResultadoMetrica> CalculadorValores::calcular(const QList<Trabajo>& trabajos)
+{
+    QList<ResultadoMetrica> result;
+    if (!m_evaluador) {
+        try {
+            m_evaluador = std::make_unique<Evaluador>(m_url);
+        } catch (const vb::AutomationError& e) {
+            const auto fallo = ResultadoMetrica::fallo(QStringLiteral("No se pudo abrir la base de datos: %1").arg(e.description()));
+            return QList<ResultadoMetrica>(trabajos.size(), fallo);
+        }
+    }
+    for (const Trabajo& trabajo : trabajos)
+        result.append(m_evaluador->evaluar(trabajo.fuente, trabajo.entidad, trabajo.periodo));
+    return result;
+}

@@ -1,0 +1,33 @@
+#pragma once
+
+#include "runtime/periodometrica.h"
+#include "runtime/resultadometrica.h"
+
+#include <QList>
+#include <QObject>
+#include <memory>
+
+class Evaluador;
+
+// The view mode's worker: lives in a thread of its own and runs metric
+// sources there, so a slow or endless metric never stops the window. It
+// opens its read-only connection when first asked, and again after a
+// failure to open it, so a database that comes back is used again.
+class CalculadorValores : public QObject {
+public:
+    struct Trabajo {
+        QString fuente;
+        int entidad = 0;
+        IntervaloPeriodo periodo;
+    };
+
+    explicit CalculadorValores(const QString& url);
+    ~CalculadorValores() override;
+
+    // The results in the order of the work given.
+    QList<ResultadoMetrica> calcular(const QList<Trabajo>& trabajos);
+
+private:
+    QString m_url;
+    std::unique_ptr<Evaluador> m_evaluador;
+};
