@@ -25,6 +25,7 @@
 #include <QPainter>
 #include <QPieSeries>
 #include <QTest>
+#include <QXYSeries>
 #include <memory>
 
 using namespace VendimarBI;
@@ -53,6 +54,22 @@ public:
     }
     bool sonMuestras() const override { return true; }
     mutable bool preguntada = false;
+};
+
+// A live source caught half-way: the figures of one step back in the
+// history still on their way, those of another failed.
+class FuenteViva : public FuenteValores {
+public:
+    double valor(const PeticionValor& peticion) const override { return 1000.0 * (peticion.atras + 1) + base; }
+    bool sonMuestras() const override { return false; }
+    bool pendiente(const PeticionValor& peticion) const override { return peticion.atras == atrasPendiente; }
+    QString fallo(const PeticionValor& peticion) const override
+    {
+        return peticion.atras == atrasFallido ? QStringLiteral("Línea 2: ReferenceError: x is not defined") : QString();
+    }
+    int atrasPendiente = -1;
+    int atrasFallido = -1;
+    double base = 0;
 };
 
 constexpr int ClaveMetrica = 7;
@@ -534,6 +551,104 @@ private slots:
             for (int x = 0; x < imagen.width(); ++x)
                 if (!area.adjusted(-1, -1, 1, 1).contains(x, y) && imagen.pixelColor(x, y) != QColor(Qt::white))
                     QFAIL(qPrintable(QStringLiteral("painted at %1,%2").arg(x).arg(y)));
+    }
+
+    void tileAsksForEveryFigureOfItsPeriodForItsEntity()
+    {
+        colocado.setFK_Entidad(3);
+        auto bar = barra();
+        FuenteViva fuente;
+        PiezaTablero pieza(datos(bar.get()), fuente);
+        const QList<PeticionValor> una = pieza.peticiones();
+        QCOMPARE(una.size(), 1);
+        QCOMPARE(una[0].metrica, ClaveMetrica);
+        QCOMPARE(una[0].periodo, int(cMes));
+        QCOMPARE(una[0].atras, 0);
+        QCOMPARE(una[0].entidad, 3);
+        QCOMPARE(una[0].minimo, 0.0);
+        QCOMPARE(una[0].maximo, 150000.0);
+        auto resumen = matriz(cLineas2D, 2);
+        PiezaTablero tabla(datos(resumen.get()), fuente);
+        QVERIFY(tabla.setPeriodo(cAno));
+        const QList<PeticionValor> varias = tabla.peticiones();
+        // Two rows, then six periods of history for each of the two chart metrics, oldest first.
+        QCOMPARE(varias.size(), 2 + 2 * DibujoMatriz::Historia);
+        QList<int> atras;
+        for (const PeticionValor& p : varias) {
+            QCOMPARE(p.entidad, 3);
+            QCOMPARE(p.periodo, int(cAno));
+            atras.append(p.atras);
+        }
+        QCOMPARE(atras, (QList<int>{0, 0, 5, 4, 3, 2, 1, 0, 5, 4, 3, 2, 1, 0}));
+        QCOMPARE(tabla.matriz().series().first().valores,
+                 (QList<double>{6000, 5000, 4000, 3000, 2000, 1000}));
+        colocado.setFK_Entidad(0);
+        DatosPieza sinIndicador = datos(nullptr);
+        QVERIFY(PiezaTablero(sinIndicador, fuente).peticiones().isEmpty());
+    }
+
+    void tileWaitingForAFigureIsDrawnBusy_data()
+    {
+        QTest::addColumn<bool>("esMatriz");
+        QTest::addColumn<int>("atras");
+        QTest::newRow("bar") << false << 0;
+        QTest::newRow("matrix waiting for its oldest period") << true << DibujoMatriz::Historia - 1;
+    }
+    void tileWaitingForAFigureIsDrawnBusy()
+    {
+        QFETCH(bool, esMatriz);
+        QFETCH(int, atras);
+        auto indicador = esMatriz ? matriz(cBarras2D, 1) : barra();
+        FuenteViva fuente;
+        fuente.atrasPendiente = atras;
+        PiezaTablero pieza(datos(indicador.get()), fuente);
+        QVERIFY(pieza.calculando());
+        QCOMPARE(pieza.errorValores(), QString());
+        QVERIFY(!pieza.esMuestra());
+        const QColor velo(238, 241, 246);
+        const QImage ocupada = pintado([&](QPainter* p, const QRectF& r) { pieza.pintar(p, r); }, QSize(300, 140));
+        QCOMPARE(ocupada.pixelColor(150, 100), velo);
+        fuente.atrasPendiente = -1;
+        pieza.valoresCambiados();
+        QVERIFY(!pieza.calculando());
+        const QImage lista = pintado([&](QPainter* p, const QRectF& r) { pieza.pintar(p, r); }, QSize(300, 140));
+        QVERIFY(lista != ocupada);
+        QVERIFY(lista.pixelColor(150, 100) != velo);
+    }
+
+    void failedFigureShowsItsMetricAndItsMessage()
+    {
+        auto resumen = matriz(cLineas2D, 1);
+        FuenteViva fuente;
+        fuente.atrasFallido = 2;
+        PiezaTablero pieza(datos(resumen.get()), fuente);
+        QVERIFY(!pieza.calculando());
+        QCOMPARE(pieza.errorValores(), QStringLiteral("«Venta»: Línea 2: ReferenceError: x is not defined"));
+        const QImage conError = pintado([&](QPainter* p, const QRectF& r) { pieza.pintar(p, r); }, QSize(300, 140));
+        // The message is written in the broken tiles' dark red, never the figures.
+        bool rojo = false;
+        for (int y = 0; y < conError.height() && !rojo; ++y)
+            for (int x = 0; x < conError.width() && !rojo; ++x)
+                rojo = parecido(conError.pixelColor(x, y), QColor(200, 40, 40));
+        QVERIFY(rojo);
+        fuente.atrasFallido = -1;
+        QCOMPARE(pieza.errorValores(), QString());
+    }
+
+    void figuresArrivingBuildTheChartAgain()
+    {
+        auto resumen = matriz(cLineas2D, 1);
+        FuenteViva fuente;
+        PiezaTablero pieza(datos(resumen.get()), fuente);
+        const auto ultimo = [&pieza] {
+            auto* linea = qobject_cast<QXYSeries*>(pieza.grafico()->chart()->series().first());
+            return linea ? linea->points().last().y() : std::nan("");
+        };
+        QCOMPARE(ultimo(), 1000.0);
+        fuente.base = 5;
+        QCOMPARE(ultimo(), 1000.0);
+        pieza.valoresCambiados();
+        QCOMPARE(ultimo(), 1005.0);
     }
 
     void metricFormatWritesDecimalsGroupingAndPercent()
