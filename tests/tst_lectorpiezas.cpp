@@ -2,6 +2,7 @@
 // dashboard, and the references that turn a tile into a broken one.
 #include "enginefixture.h"
 #include "lectorpiezas.h"
+#include "model/emetrica.h"
 #include "model/eindicador.h"
 #include "model/etabindicador.h"
 #include "model/etablero.h"
@@ -76,6 +77,12 @@ private slots:
         const DatosPieza resumen = datosDe(datos, QStringLiteral("Resumen de ventas"));
         QCOMPARE(resumen.metricas.size(), 2);
         QCOMPARE(PiezaTablero(resumen, muestras).tipo(), int(cMatrizGrafico));
+        // Each metric comes with its source, which the view mode runs.
+        for (const EMetrica* metrica : resumen.metricas) {
+            QVERIFY(metrica->CodigoFuente().contains(QLatin1String("return ")));
+            QCOMPARE(metrica->CodigoFuente(),
+                     db.scalar(QStringLiteral("SELECT uf_Codigo FROM ut_bi_Metrica WHERE Sys_PK=%1").arg(metrica->Sys_PK())).toString());
+        }
     }
 
     void tileBoundToAnEntityNamesIt()

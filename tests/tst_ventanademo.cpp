@@ -10,6 +10,7 @@
 #include "schemainstaller.h"
 #include "testdatabase.h"
 #include "ventanademo.h"
+#include "ventanadriver.h"
 
 #include <QAction>
 #include <QColorDialog>
@@ -54,34 +55,6 @@ class TstVentanaDemo : public QObject {
         auto* action = ventana.findChild<QAction*>(QLatin1String(accion));
         QVERIFY2(action, accion);
         action->trigger();
-    }
-
-    QList<ElementoTablero*> elementos(VentanaDemo& ventana)
-    {
-        QList<ElementoTablero*> result;
-        for (QGraphicsItem* item : ventana.escena()->items())
-            if (auto* e = dynamic_cast<ElementoTablero*>(item))
-                result.append(e);
-        return result;
-    }
-
-    ElementoTablero* indicadorDeTipo(VentanaDemo& ventana, int tipo)
-    {
-        for (ElementoTablero* e : elementos(ventana))
-            if (e->pieza() && e->pieza()->tipo() == tipo)
-                return e;
-        return nullptr;
-    }
-
-    // Where the tab of a period sits on a tile, in the view's coordinates.
-    QPoint pestana(VentanaDemo& ventana, ElementoTablero* elemento, int periodo)
-    {
-        const QRectF area = elemento->boundingRect().adjusted(1, 1, -1, -1);
-        auto* vista = control<QGraphicsView>(&ventana, QStringLiteral("vistaTablero"));
-        for (qreal x = area.right() - 2; x > area.left(); x -= 1)
-            if (elemento->pieza()->periodoEn(area, QPointF(x, 8)) == periodo)
-                return vista->mapFromScene(elemento->mapToScene(QPointF(x - 2, 8)));
-        return QPoint(-1, -1);
     }
 
     ElementoTablero* figuraCon(VentanaDemo& ventana, const QString& texto)

@@ -99,7 +99,8 @@ void LectorPiezas::leerMetricas()
         m_metricas[clave].reset();
     }
     std::unique_ptr<QObject> abierto(m_engine->OpenRecordset(
-        QStringLiteral("SELECT Sys_PK, uf_Nombre, uf_Titulo, uf_Decimales, uf_Formato FROM ut_bi_Metrica WHERE Sys_PK IN (%1)")
+        QStringLiteral("SELECT Sys_PK, uf_Nombre, uf_Titulo, uf_Decimales, uf_Formato, uf_Codigo FROM ut_bi_Metrica "
+                       "WHERE Sys_PK IN (%1)")
             .arg(claves.join(QLatin1Char(','))),
         m_engine->ADOCnn()));
     auto* rs = qobject_cast<ado::Recordset*>(abierto.get());
@@ -110,6 +111,8 @@ void LectorPiezas::leerMetricas()
         metrica->setTitulo(m_engine->fieldValue(rs, QStringLiteral("uf_Titulo")).toString());
         metrica->setDecimales(static_cast<short>(m_engine->fieldValue(rs, QStringLiteral("uf_Decimales")).toInt()));
         metrica->setFormato(m_engine->fieldValue(rs, QStringLiteral("uf_Formato")).toString());
+        // The view mode runs the source of the metrics it shows as it reads them here.
+        metrica->setCodigoFuente(m_engine->fieldValue(rs, QStringLiteral("uf_Codigo")).toString());
         m_metricas[metrica->Sys_PK()] = std::move(metrica);
     }
 }
