@@ -22,6 +22,7 @@
 #include <QTemporaryDir>
 #include <QTest>
 #include <QTimer>
+#include <QToolBar>
 
 using namespace driver;
 using namespace VendimarBI;
@@ -102,6 +103,8 @@ private slots:
         auto* fecha = control<QDateEdit>(&ventana, QStringLiteral("fechaVista"));
         QVERIFY(!fecha->isEnabled());
         QCOMPARE(fecha->date(), QDate::currentDate());
+        // The mode and its date are always in sight, on a bar of their own.
+        QVERIFY(control<QToolBar>(&ventana, QStringLiteral("barraVista"))->actions().contains(accion(ventana, "actVista")));
         accion(ventana, "actVista")->trigger();
         QVERIFY(ventana.modoVista());
         QVERIFY(fecha->isEnabled());
@@ -170,7 +173,10 @@ private slots:
         VentanaDemo ventana(fixture.engine.get(), 1, db.url());
         ventana.show();
         QVERIFY(QTest::qWaitForWindowExposed(&ventana));
+        const bool rejilla = ventana.escena()->pagina().rejilla();
+        QVERIFY(rejilla);
         ventana.setModoVista(true);
+        QVERIFY(!ventana.escena()->pagina().rejilla());
         for (const char* nombre : {"actColocarIndicador", "actAgregarTexto", "actEditarElemento", "actEliminarElemento",
                                    "actDeshacer", "actRehacer", "actVerCajas", "actRejilla"})
             QVERIFY2(!accion(ventana, nombre)->isEnabled(), nombre);
@@ -196,6 +202,7 @@ private slots:
         QVERIFY(accion(ventana, "actColocarIndicador")->isEnabled());
         QVERIFY(!accion(ventana, "actRecalcular")->isEnabled());
         QVERIFY(!control<QDateEdit>(&ventana, QStringLiteral("fechaVista"))->isEnabled());
+        QCOMPARE(ventana.escena()->pagina().rejilla(), rejilla);
         barra = indicadorDeTipo(ventana, cBarraProgreso);
         QVERIFY(barra->pieza()->esMuestra());
         QVERIFY(barra->flags() & QGraphicsItem::ItemIsMovable);

@@ -17,11 +17,14 @@
 #include "model/etabindicador.h"
 #include "ado/recordset.h"
 #include "schemainstaller.h"
+#include "valoresvivos.h"
 #include "ventanademo.h"
 #include "vb/automationerror.h"
 
 #include <QDir>
+#include <QEventLoop>
 #include <QTemporaryDir>
+#include <QTimer>
 #include <QWidget>
 #include <functional>
 #include <memory>
@@ -43,6 +46,24 @@ bool capturar(QWidget& ventana, const QString& archivo)
     if (ventana.inherits("QDialog"))
         ventana.adjustSize();
     return ventana.grab().save(archivo);
+}
+
+// The view mode pictured once its figures are in, or after half a minute
+// with whatever is still on its way drawn busy.
+std::unique_ptr<QWidget> vistaConValores(EEngine& engine, const QString& url)
+{
+    auto ventana = std::make_unique<VentanaDemo>(&engine, 1, url);
+    ventana->setModoVista(true);
+    ValoresVivos* vivos = ventana->valoresVivos();
+    QEventLoop espera;
+    QObject::connect(vivos, &ValoresVivos::calculados, &espera, [&] {
+        if (vivos->enCurso() == 0)
+            espera.quit();
+    });
+    QTimer::singleShot(30000, &espera, &QEventLoop::quit);
+    if (vivos->enCurso() > 0)
+        espera.exec();
+    return ventana;
 }
 
 } // namespace
@@ -79,6 +100,7 @@ int escribirCapturas(const QString& carpeta, QString* error)
         };
         const QList<Captura> capturas{
             {QStringLiteral("vbi-demo.png"), [&] { return std::unique_ptr<QWidget>(new VentanaDemo(&engine, 1, cnx.ConnectionString())); }},
+            {QStringLiteral("vbi-vista.png"), [&] { return vistaConValores(engine, cnx.ConnectionString()); }},
             {QStringLiteral("dlgDato.png"), [&] { auto* d = conMotor(new dlgDato); d->Edit(metrica); return std::unique_ptr<QWidget>(d); }},
             {QStringLiteral("dlgPropPers.png"), [&] { auto* d = conMotor(new dlgPropPers); d->Edit(perspectiva); return std::unique_ptr<QWidget>(d); }},
             {QStringLiteral("dlgTablero.png"), [&] { auto* d = conMotor(new dlgTablero); d->Edit(tablero); return std::unique_ptr<QWidget>(d); }},

@@ -157,7 +157,7 @@ void VentanaDemo::construirAcciones()
     m_rejilla->setCheckable(true);
     m_rejilla->setChecked(m_escena->pagina().rejilla());
     connect(m_rejilla, &QAction::toggled, this, &VentanaDemo::ajustarARejilla);
-    prepararModoVista(barra, ver);
+    prepararModoVista(ver);
 }
 
 void VentanaDemo::verComoCajas(bool cajas)

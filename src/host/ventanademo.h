@@ -17,7 +17,6 @@ class QAction;
 class QDateEdit;
 class QLabel;
 class OrdenElemento;
-class QToolBar;
 class ValoresVivos;
 class QUndoStack;
 class VentanaBusqueda;
@@ -97,7 +96,7 @@ private:
     bool hayTablero();
     void prepararVista();
     void prepararHistoria(QMenu* antesDe);
-    void prepararModoVista(QToolBar* barra, QMenu* ver);
+    void prepararModoVista(QMenu* ver);
     void cambiarModo(bool vista);
     // The items that draw a placed indicator as its tile.
     QList<ElementoTablero*> piezasMostradas() const;

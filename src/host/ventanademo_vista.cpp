@@ -26,7 +26,9 @@ const char* const AccionesDiseno[] = {"actColocarIndicador", "actAgregarTexto", 
 
 } // namespace
 
-void VentanaDemo::prepararModoVista(QToolBar* barra, QMenu* ver)
+// The mode and its date get a bar of their own, under the designer's, so
+// they are in sight whichever mode the window is in.
+void VentanaDemo::prepararModoVista(QMenu* ver)
 {
     ver->addSeparator();
     m_modoVista = ver->addAction(QStringLiteral("&Vista con valores"));
@@ -45,7 +47,10 @@ void VentanaDemo::prepararModoVista(QToolBar* barra, QMenu* ver)
     m_fechaVista->setDisplayFormat(QStringLiteral("dd/MM/yyyy"));
     m_fechaVista->setToolTip(QStringLiteral("Fecha de los valores que muestra la vista"));
     m_fechaVista->setEnabled(false);
-    barra->addSeparator();
+    addToolBarBreak();
+    QToolBar* barra = addToolBar(QStringLiteral("Vista"));
+    barra->setObjectName(QStringLiteral("barraVista"));
+    barra->setToolButtonStyle(Qt::ToolButtonTextOnly);
     barra->addAction(m_modoVista);
     auto* etiqueta = new QLabel(QStringLiteral(" Fecha: "), this);
     etiqueta->setBuddy(m_fechaVista);
@@ -91,6 +96,8 @@ void VentanaDemo::cambiarModo(bool vista)
     findChild<QAction*>(QStringLiteral("actRehacer"))->setEnabled(!vista && m_historia->canRedo());
     m_fechaVista->setEnabled(vista);
     m_estadoVista->setVisible(vista);
+    // The grid is there to lay items out; a reader has no use for its points.
+    m_escena->setRejilla(!vista && m_rejilla->isChecked());
     mostrarTablero();
     mostrarValores();
 }
