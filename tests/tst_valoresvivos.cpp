@@ -181,6 +181,25 @@ private slots:
         m_db.exec(QStringLiteral("DELETE FROM Ticket WHERE Sys_PK = 999999"));
     }
 
+    void forgettingReachesAServerThatDroppedTheConnection()
+    {
+        if (m_db.url().startsWith(QLatin1String("sqlite")))
+            QSKIP("an SQLite file has no server to drop the connection");
+        ValoresVivos vivos(m_db.url());
+        vivos.setFuentes({{m_venta, m_fuenteVenta}});
+        const PeticionValor mes{m_venta, 2, 0, 0, 0, 0};
+        vivos.pedir({mes});
+        QTRY_VERIFY_WITH_TIMEOUT(vivos.enCurso() == 0, 20000);
+        const double antes = vivos.valor(mes);
+        m_db.exec(QStringLiteral("SELECT pg_terminate_backend(pid) FROM pg_stat_activity "
+                                 "WHERE datname = current_database() AND pid <> pg_backend_pid()"));
+        vivos.olvidar();
+        vivos.pedir({mes});
+        QTRY_VERIFY_WITH_TIMEOUT(vivos.enCurso() == 0, 20000);
+        QCOMPARE(vivos.fallo(mes), QString());
+        QCOMPARE(vivos.valor(mes), antes);
+    }
+
     void failingMetricsCarryTheirMessage_data()
     {
         QTest::addColumn<QString>("fuente");

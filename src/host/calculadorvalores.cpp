@@ -25,3 +25,8 @@ QList<ResultadoMetrica> CalculadorValores::calcular(const QList<Trabajo>& trabaj
         result.append(m_evaluador->evaluar(trabajo.fuente, trabajo.entidad, trabajo.periodo));
     return result;
 }
+
+void CalculadorValores::reiniciar()
+{
+    m_evaluador.reset();
+}

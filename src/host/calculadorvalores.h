@@ -26,6 +26,9 @@ public:
 
     // The results in the order of the work given.
     QList<ResultadoMetrica> calcular(const QList<Trabajo>& trabajos);
+    // Closes the connection; the next work opens a new one, so a server that
+    // was restarted, or dropped the connection, is reached again.
+    void reiniciar();
 
 private:
     QString m_url;

@@ -58,6 +58,7 @@ void ValoresVivos::olvidar()
 {
     m_hechos.clear();
     nuevaGeneracion();
+    QMetaObject::invokeMethod(m_calculador, [calculador = m_calculador] { calculador->reiniciar(); });
 }
 
 ClaveValor ValoresVivos::claveDe(const PeticionValor& peticion) const

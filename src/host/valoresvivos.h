@@ -35,7 +35,8 @@ public:
     void setFuentes(const QHash<int, QString>& fuentes);
     // Starts working out the figures of one tile that are neither known nor on their way.
     void pedir(const QList<PeticionValor>& peticiones);
-    // Forgets every figure, for data that changed under the dashboard.
+    // Forgets every figure, for data that changed under the dashboard, and
+    // opens the connection anew.
     void olvidar();
     // How many figures asked for are on their way.
     int enCurso() const { return int(m_pendientes.size()); }
