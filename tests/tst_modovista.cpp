@@ -2,6 +2,7 @@
 // live values for a date, each tile busy until its figures arrive, a new
 // date or period worked out while the window goes on answering, figures
 // kept while nothing changes, and a layout nobody can move by mistake.
+#include "ajustesprueba.h"
 #include "enginefixture.h"
 #include "modalanswerer.h"
 #include "model/vendimarbi.h"
@@ -32,7 +33,7 @@ class TstModoVista : public QObject {
 
     TestDatabase db;
     EngineFixture fixture;
-    QTemporaryDir ajustes;
+    AjustesPrueba ajustes;
 
     static QAction* accion(VentanaDemo& ventana, const char* nombre)
     {
@@ -83,9 +84,7 @@ private slots:
     void initTestCase()
     {
         VBI_CREATE_TEST_DATABASE(db);
-        QVERIFY(ajustes.isValid());
-        QSettings::setDefaultFormat(QSettings::IniFormat);
-        QSettings::setPath(QSettings::IniFormat, QSettings::UserScope, ajustes.path());
+        QVERIFY(ajustes.preparar());
     }
 
     void init()

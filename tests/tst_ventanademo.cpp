@@ -1,4 +1,5 @@
 // The host window of `vbi demo`, driven as a shop manager would use it.
+#include "ajustesprueba.h"
 #include "dialogdriver.h"
 #include "elementotablero.h"
 #include "enginefixture.h"
@@ -46,7 +47,7 @@ class TstVentanaDemo : public QObject {
 
     TestDatabase db;
     EngineFixture fixture;
-    QTemporaryDir ajustes;
+    AjustesPrueba ajustes;
 
     int count(const QString& table) { return db.scalar(QStringLiteral("SELECT COUNT(*) FROM ") + table).toInt(); }
 
@@ -162,10 +163,7 @@ private slots:
     void initTestCase()
     {
         VBI_CREATE_TEST_DATABASE(db);
-        // What the window remembers goes to this program's own folder.
-        QVERIFY(ajustes.isValid());
-        QSettings::setDefaultFormat(QSettings::IniFormat);
-        QSettings::setPath(QSettings::IniFormat, QSettings::UserScope, ajustes.path());
+        QVERIFY(ajustes.preparar());
         QCoreApplication::setOrganizationName(QStringLiteral("VendimarBI"));
         QCoreApplication::setApplicationName(QStringLiteral("tst_ventanademo"));
     }
