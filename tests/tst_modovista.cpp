@@ -19,6 +19,7 @@
 #include <QDateEdit>
 #include <QElapsedTimer>
 #include <QLabel>
+#include <QProcess>
 #include <QSettings>
 #include <QTemporaryDir>
 #include <QTest>
@@ -34,6 +35,8 @@ class TstModoVista : public QObject {
     TestDatabase db;
     EngineFixture fixture;
     AjustesPrueba ajustes;
+
+    int count(const QString& tabla) { return db.scalar(QStringLiteral("SELECT COUNT(*) FROM ") + tabla).toInt(); }
 
     static QAction* accion(VentanaDemo& ventana, const char* nombre)
     {
@@ -247,6 +250,41 @@ private slots:
         QVERIFY2(latidos >= 20, qPrintable(QString::number(latidos)));
         const QString error = indicadorDeTipo(ventana, cSemaforo)->pieza()->errorValores();
         QVERIFY2(error.contains(QStringLiteral("se detuvo")), qPrintable(error));
+    }
+
+    void hostSetsTheMetricsTimeLimit()
+    {
+        cambiarFuente("{6B1D2A10-6E2B-4C1A-9F00-000000000003}", QStringLiteral("while (true) {}"));
+        VentanaDemo ventana(fixture.engine.get(), 1, db.url());
+        ventana.setLimiteMetricas(250);
+        ventana.setModoVista(true);
+        esperarValores(ventana);
+        QVERIFY(indicadorDeTipo(ventana, cSemaforo)->pieza()->errorValores().contains(QStringLiteral("250 ms")));
+        ventana.setLimiteMetricas(350);
+        accion(ventana, "actRecalcular")->trigger();
+        esperarValores(ventana);
+        QVERIFY(indicadorDeTipo(ventana, cSemaforo)->pieza()->errorValores().contains(QStringLiteral("350 ms")));
+    }
+
+    void demoRefusesATimeLimitThatIsNoTime_data()
+    {
+        QTest::addColumn<QStringList>("opciones");
+        QTest::newRow("letters") << QStringList{QStringLiteral("--time-limit"), QStringLiteral("abc")};
+        QTest::newRow("zero") << QStringList{QStringLiteral("--time-limit"), QStringLiteral("0")};
+        QTest::newRow("negative") << QStringList{QStringLiteral("--time-limit"), QStringLiteral("-5")};
+        QTest::newRow("fraction") << QStringList{QStringLiteral("--time-limit"), QStringLiteral("1.5")};
+        QTest::newRow("missing") << QStringList{QStringLiteral("--time-limit")};
+        QTest::newRow("sql") << QStringList{QStringLiteral("--time-limit"), QStringLiteral("1; DROP TABLE Ticket")};
+    }
+    void demoRefusesATimeLimitThatIsNoTime()
+    {
+        QFETCH(QStringList, opciones);
+        QProcess vbi;
+        vbi.start(QStringLiteral(VBI_PROGRAM), QStringList{QStringLiteral("demo"), db.url()} + opciones);
+        QVERIFY(vbi.waitForFinished(60000));
+        QCOMPARE(vbi.exitCode(), 2);
+        QVERIFY(QString::fromUtf8(vbi.readAllStandardError()).contains(QStringLiteral("[--time-limit MS]")));
+        QVERIFY(count(QStringLiteral("Ticket")) > 0);
     }
 
     void recalculatingReadsTheDataAgain()

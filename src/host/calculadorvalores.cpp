@@ -3,8 +3,9 @@
 #include "runtime/evaluador.h"
 #include "vb/automationerror.h"
 
-CalculadorValores::CalculadorValores(const QString& url)
+CalculadorValores::CalculadorValores(const QString& url, int limite)
     : m_url(url)
+    , m_limite(limite)
 {
 }
 
@@ -16,6 +17,7 @@ QList<ResultadoMetrica> CalculadorValores::calcular(const QList<Trabajo>& trabaj
     if (!m_evaluador) {
         try {
             m_evaluador = std::make_unique<Evaluador>(m_url);
+            m_evaluador->setLimite(m_limite);
         } catch (const vb::AutomationError& e) {
             const auto fallo = ResultadoMetrica::fallo(QStringLiteral("No se pudo abrir la base de datos: %1").arg(e.description()));
             return QList<ResultadoMetrica>(trabajos.size(), fallo);
@@ -29,4 +31,11 @@ QList<ResultadoMetrica> CalculadorValores::calcular(const QList<Trabajo>& trabaj
 void CalculadorValores::reiniciar()
 {
     m_evaluador.reset();
+}
+
+void CalculadorValores::setLimite(int milisegundos)
+{
+    m_limite = milisegundos;
+    if (m_evaluador)
+        m_evaluador->setLimite(milisegundos);
 }

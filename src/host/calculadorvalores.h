@@ -21,7 +21,7 @@ public:
         IntervaloPeriodo periodo;
     };
 
-    explicit CalculadorValores(const QString& url);
+    CalculadorValores(const QString& url, int limite);
     ~CalculadorValores() override;
 
     // The results in the order of the work given.
@@ -29,8 +29,11 @@ public:
     // Closes the connection; the next work opens a new one, so a server that
     // was restarted, or dropped the connection, is reached again.
     void reiniciar();
+    // How long a metric may run, in milliseconds, from the next one on.
+    void setLimite(int milisegundos);
 
 private:
     QString m_url;
+    int m_limite;
     std::unique_ptr<Evaluador> m_evaluador;
 };

@@ -4,6 +4,7 @@
 #include "engine/eengine.h"
 #include "engine/msgbox.h"
 #include "gestorusuarios.h"
+#include "runtime/evaluador.h"
 #include "schemainstaller.h"
 #include "vb/automationerror.h"
 #include "ventanademo.h"
@@ -17,6 +18,7 @@ struct Opciones {
     QString url;
     int usuario = 1;
     QStringList denegados;
+    int limite = Evaluador::LimitePorDefecto;
     bool valido = true;
 };
 
@@ -28,6 +30,9 @@ Opciones leerOpciones(const QStringList& args, const QString& urlPorOmision)
         const QString& a = args.at(i);
         if (a == QLatin1String("--user") && i + 1 < args.size()) {
             o.usuario = args.at(++i).toInt(&o.valido);
+        } else if (a == QLatin1String("--time-limit") && i + 1 < args.size()) {
+            o.limite = args.at(++i).toInt(&o.valido);
+            o.valido = o.valido && o.limite > 0;
         } else if (a == QLatin1String("--deny")) {
             while (i + 1 < args.size() && !args.at(i + 1).startsWith(QLatin1String("--")))
                 o.denegados.append(args.at(++i));
@@ -47,7 +52,7 @@ int ejecutarDemo(const QStringList& args, const QString& urlPorOmision)
     QTextStream err(stderr);
     const Opciones opciones = leerOpciones(args, urlPorOmision);
     if (!opciones.valido) {
-        err << "Usage: vbi demo [URL] [--user N] [--deny CODE ...]\n";
+        err << "Usage: vbi demo [URL] [--user N] [--deny CODE ...] [--time-limit MS]\n";
         return 2;
     }
     ado::Connection connection;
@@ -65,6 +70,7 @@ int ejecutarDemo(const QStringList& args, const QString& urlPorOmision)
     engine.SetUM(&usuarios);
     vbui::instalarTraducciones();
     VentanaDemo ventana(&engine, opciones.usuario, opciones.url);
+    ventana.setLimiteMetricas(opciones.limite);
     ventana.recordar();
     ventana.show();
     return QApplication::exec();

@@ -3,9 +3,9 @@
 #include "calculadorvalores.h"
 #include "runtime/periodometrica.h"
 
-ValoresVivos::ValoresVivos(const QString& url, QObject* parent)
+ValoresVivos::ValoresVivos(const QString& url, int limite, QObject* parent)
     : QObject(parent)
-    , m_calculador(new CalculadorValores(url))
+    , m_calculador(new CalculadorValores(url, limite))
     , m_generacion(std::make_shared<std::atomic<quint64>>(0))
     , m_fecha(QDate::currentDate())
 {
@@ -52,6 +52,11 @@ void ValoresVivos::setFuentes(const QHash<int, QString>& fuentes)
     m_fuentes.insert(fuentes);
     if (cambiada)
         nuevaGeneracion();
+}
+
+void ValoresVivos::setLimite(int milisegundos)
+{
+    QMetaObject::invokeMethod(m_calculador, [calculador = m_calculador, milisegundos] { calculador->setLimite(milisegundos); });
 }
 
 void ValoresVivos::olvidar()

@@ -24,7 +24,8 @@ class ValoresVivos : public QObject, public FuenteValores {
     Q_OBJECT
 
 public:
-    explicit ValoresVivos(const QString& url, QObject* parent = nullptr);
+    // limite: how long a metric may run, in milliseconds.
+    ValoresVivos(const QString& url, int limite, QObject* parent = nullptr);
     ~ValoresVivos() override;
 
     QDate fecha() const { return m_fecha; }
@@ -35,6 +36,8 @@ public:
     void setFuentes(const QHash<int, QString>& fuentes);
     // Starts working out the figures of one tile that are neither known nor on their way.
     void pedir(const QList<PeticionValor>& peticiones);
+    // For the metrics run from now on; what was worked out stays.
+    void setLimite(int milisegundos);
     // Forgets every figure, for data that changed under the dashboard, and
     // opens the connection anew.
     void olvidar();

@@ -9,6 +9,7 @@
 #include "model/etabindicador.h"
 #include "render/piezatablero.h"
 #include "model/vendimarbi.h"
+#include "runtime/evaluador.h"
 #include "valoresvivos.h"
 #include "vb/automationerror.h"
 #include "vistatablero.h"
@@ -62,6 +63,7 @@ VentanaDemo::VentanaDemo(EEngine* engine, int usuario, const QString& url, QWidg
     , m_usuario(usuario)
     , m_almacen(engine)
     , m_url(url)
+    , m_limiteMetricas(Evaluador::LimitePorDefecto)
 {
     setObjectName(QStringLiteral("VentanaDemo"));
     setWindowTitle(QStringLiteral("VendimarBI — Diseñador de tableros (usuario %1)").arg(usuario));

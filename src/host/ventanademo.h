@@ -79,6 +79,8 @@ public:
     void setFechaVista(const QDate& fecha);
     // Forgets the values shown and works them out again from the database.
     void recalcular();
+    // How long a metric of the view mode may run, in milliseconds.
+    void setLimiteMetricas(int milisegundos);
     // The live values of the view mode; none until it is first entered.
     ValoresVivos* valoresVivos() const { return m_vivos.get(); }
 
@@ -139,6 +141,7 @@ private:
     int m_tableroMostrado = 0;
     ValoresMuestra m_muestras;
     QString m_url;
+    int m_limiteMetricas;
     // Declared before the tiles that read from it, so it outlives them.
     std::unique_ptr<ValoresVivos> m_vivos;
     // What the tiles of the dashboard shown paint from.

@@ -86,7 +86,7 @@ void VentanaDemo::setModoVista(bool vista)
 void VentanaDemo::cambiarModo(bool vista)
 {
     if (vista && !m_vivos) {
-        m_vivos = std::make_unique<ValoresVivos>(m_url);
+        m_vivos = std::make_unique<ValoresVivos>(m_url, m_limiteMetricas);
         m_vivos->setFecha(m_fechaVista->date());
         connect(m_vivos.get(), &ValoresVivos::calculados, this, &VentanaDemo::mostrarValores);
     }
@@ -100,6 +100,13 @@ void VentanaDemo::cambiarModo(bool vista)
     m_escena->setRejilla(!vista && m_rejilla->isChecked());
     mostrarTablero();
     mostrarValores();
+}
+
+void VentanaDemo::setLimiteMetricas(int milisegundos)
+{
+    m_limiteMetricas = milisegundos;
+    if (m_vivos)
+        m_vivos->setLimite(milisegundos);
 }
 
 QDate VentanaDemo::fechaVista() const
