@@ -491,6 +491,22 @@ private slots:
         QCOMPARE(describir(evaluador.evaluar(QStringLiteral("return 1;"), 0, marzo2024())), describir(r.at(1)));
     }
 
+    void aConnectionLostInTheMiddleOfABatchFailsTheRest()
+    {
+        if (!m_db.isPostgres())
+            QSKIP("Only a server connection can be lost");
+        Evaluador evaluador(m_db.url());
+        const QList<ResultadoMetrica> r = evaluador.evaluarLote(
+            {pedido(VentaMarzo, 1), pedido(QStringLiteral("return _ejecutar('SELECT 1 FROM pg_terminate_backend(pg_backend_pid())');")),
+             pedido(VentaMarzo, 2), pedido(QStringLiteral("return 1;"))});
+        QCOMPARE(describir(r.at(0)), QStringLiteral("15"));
+        // The server ends the connection once the statement that asked it is answered.
+        for (int i = 2; i < r.size(); ++i) {
+            QVERIFY(!r.at(i).correcto);
+            QVERIFY2(!r.at(i).error.contains(QLatin1String("current transaction is aborted")), qPrintable(r.at(i).error));
+        }
+    }
+
     void storedMetricRunsByItsKey()
     {
         m_db.exec(QStringLiteral("INSERT INTO ut_bi_Metrica (uf_Nombre, uf_Codigo) VALUES ('ventas', "
