@@ -45,7 +45,7 @@ QString sqlDe(const Valor& v, const IntervaloPeriodo& p)
     if (v.guid.endsWith(QLatin1String("3}")))
         return QStringLiteral("SELECT SUM(Unidades) FROM Existencia")
             + (v.entidad > 0 ? QStringLiteral(" WHERE FK_Producto = %1").arg(v.entidad) : QString());
-    const char* agregado = v.guid.endsWith(QLatin1String("1}")) ? "SUM(Importe)" : "COUNT(*)";
+    const char* agregado = v.guid.endsWith(QLatin1String("1}")) ? "ROUND(SUM(Importe), 2)" : "COUNT(*)";
     return QStringLiteral("SELECT %1 FROM Ticket WHERE Fecha BETWEEN '%2' AND '%3'")
                .arg(QLatin1String(agregado), p.inicio.toString(Qt::ISODate), p.final.toString(Qt::ISODate))
         + (v.entidad > 0 ? QStringLiteral(" AND FK_Sucursal = %1").arg(v.entidad) : QString());
