@@ -6,6 +6,7 @@
 #include "fechametrica.h"
 #include "vigilante.h"
 
+#include <QElapsedTimer>
 #include <QSqlError>
 #include <QSqlQuery>
 #include <algorithm>
@@ -163,6 +164,8 @@ QJSValue Evaluador::compilar(const QString& fuente)
 
 ResultadoMetrica Evaluador::ejecutar(const QString& fuente, int sysPk, const IntervaloPeriodo& periodo)
 {
+    QElapsedTimer reloj;
+    reloj.start();
     m_vigilante->armar(m_limite);
     const QJSValue funcion = compilar(fuente);
     QJSValue resultado;
@@ -175,9 +178,12 @@ ResultadoMetrica Evaluador::ejecutar(const QString& fuente, int sysPk, const Int
     }
     const bool detenida = m_vigilante->desarmar();
     m_motor.setInterrupted(false);
-    if (detenida)
+    const ResultadoMetrica leido = leerResultado(resultado);
+    // PostgreSQL cuts a statement at the same limit, and may do so a moment
+    // before the watchdog wakes: a run that failed past its time was stopped.
+    if (detenida || (!leido.correcto && reloj.elapsed() >= m_limite))
         return ResultadoMetrica::fallo(QStringLiteral("La métrica tardó más de %1 ms y se detuvo").arg(m_limite));
-    return leerResultado(resultado);
+    return leido;
 }
 
 ResultadoMetrica Evaluador::leerResultado(const QJSValue& resultado)
