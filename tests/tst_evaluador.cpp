@@ -242,6 +242,9 @@ private slots:
         QTest::newRow("drop") << QStringLiteral("DROP TABLE prueba_venta");
         QTest::newRow("second statement") << QStringLiteral("SELECT 1; DELETE FROM prueba_venta");
         QTest::newRow("commit first") << QStringLiteral("COMMIT");
+        QTest::newRow("commit then insert") << QStringLiteral("COMMIT; INSERT INTO prueba_venta VALUES (9, '2024-03-02', 1)");
+        QTest::newRow("set transaction read write") << QStringLiteral("SET TRANSACTION READ WRITE");
+        QTest::newRow("session made writable") << QStringLiteral("SET default_transaction_read_only = off");
         QTest::newRow("data-modifying cte")
             << QStringLiteral("WITH x AS (DELETE FROM prueba_venta RETURNING importe) SELECT COUNT(*) FROM x");
         QTest::newRow("leading blanks") << QStringLiteral("  \n delete from prueba_venta");
