@@ -1,5 +1,6 @@
 // `vbi evaluate`: a stored metric's value for an entity and a period printed
 // by the real program, its errors on stderr with exit status 1.
+#include "comandoevaluar.h"
 #include "testdatabase.h"
 
 #include <QDate>
@@ -80,6 +81,37 @@ private slots:
     {
         const Salida s = vbi({m_db.url(), QStringLiteral("--metric"), metrica(QStringLiteral("return -1234.5678;"))});
         QCOMPARE(s.out, QStringLiteral("-1234.5678"));
+    }
+
+    void valuesArePrintedWithoutFloatTails_data()
+    {
+        QTest::addColumn<double>("valor");
+        QTest::addColumn<QString>("texto");
+        QTest::newRow("sum of cents") << 41624.049999999974 << QStringLiteral("41624.05");
+        QTest::newRow("tenths") << 0.1 + 0.2 << QStringLiteral("0.3");
+        QTest::newRow("negative fraction") << -1234.5678 << QStringLiteral("-1234.5678");
+        QTest::newRow("half") << 2.5 << QStringLiteral("2.5");
+        QTest::newRow("whole") << 100.0 << QStringLiteral("100");
+        QTest::newRow("zero") << 0.0 << QStringLiteral("0");
+        QTest::newRow("negative zero") << -0.0 << QStringLiteral("0");
+        QTest::newRow("sixteen-digit whole number") << 2024030120240331.0 << QStringLiteral("2024030120240331");
+        QTest::newRow("beyond exact whole numbers") << 1e20 << QStringLiteral("100000000000000000000");
+        QTest::newRow("small") << 1e-7 << QStringLiteral("0.0000001");
+        QTest::newRow("fifteen significant digits") << 123456789.123456789 << QStringLiteral("123456789.123457");
+        QTest::newRow("rounded up to a whole") << 99999.99999999996 << QStringLiteral("100000");
+    }
+    void valuesArePrintedWithoutFloatTails()
+    {
+        QFETCH(double, valor);
+        QFETCH(QString, texto);
+        QCOMPARE(textoValor(valor), texto);
+    }
+
+    void theProgramPrintsAMoneySumWithoutItsTail()
+    {
+        const Salida s = vbi({m_db.url(), QStringLiteral("--metric"), metrica(QStringLiteral("return 41624.049999999974;"))});
+        QCOMPARE(s.estado, 0);
+        QCOMPARE(s.out, QStringLiteral("41624.05"));
     }
 
     void metricErrorsExitWithOne_data()

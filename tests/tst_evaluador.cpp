@@ -2,12 +2,14 @@
 // against the database, read-only, within a time limit, with their errors
 // told with the line to blame.
 #include "runtime/evaluador.h"
+#include "schemainstaller.h"
 #include "testdatabase.h"
 #include "vb/automationerror.h"
 
 #include <QElapsedTimer>
 #include <QFile>
 #include <QRegularExpression>
+#include <QSqlDatabase>
 #include <QTest>
 
 namespace {
@@ -49,6 +51,27 @@ QList<Ejemplo> ejemplosGuia()
 }
 
 IntervaloPeriodo marzo2024() { return {QDate(2024, 3, 1), QDate(2024, 3, 31)}; }
+
+PedidoMetrica pedido(const QString& fuente, int sysPk = 0) { return {fuente, sysPk, marzo2024()}; }
+
+// The sum of the branch's sales in March 2024: 15 for branch 1, 100 for branch 2.
+const QString VentaMarzo = QStringLiteral(
+    "return _ejecutar('SELECT SUM(importe) FROM prueba_venta WHERE fecha BETWEEN ' + _fecha.sql(inicio) +"
+    " ' AND ' + _fecha.sql(final) + ' AND sucursal = ' + sys_pk);");
+
+QString describir(const ResultadoMetrica& r)
+{
+    return r.correcto ? QString::number(r.valor, 'g', 17) : QStringLiteral("fallo: ") + r.mensaje();
+}
+
+// Whether two runs gave the same, the error's message and line included.
+QStringList describir(const QList<ResultadoMetrica>& resultados)
+{
+    QStringList textos;
+    for (const ResultadoMetrica& r : resultados)
+        textos.append(describir(r));
+    return textos;
+}
 
 } // namespace
 
@@ -219,6 +242,9 @@ private slots:
         QTest::newRow("drop") << QStringLiteral("DROP TABLE prueba_venta");
         QTest::newRow("second statement") << QStringLiteral("SELECT 1; DELETE FROM prueba_venta");
         QTest::newRow("commit first") << QStringLiteral("COMMIT");
+        QTest::newRow("commit then insert") << QStringLiteral("COMMIT; INSERT INTO prueba_venta VALUES (9, '2024-03-02', 1)");
+        QTest::newRow("set transaction read write") << QStringLiteral("SET TRANSACTION READ WRITE");
+        QTest::newRow("session made writable") << QStringLiteral("SET default_transaction_read_only = off");
         QTest::newRow("data-modifying cte")
             << QStringLiteral("WITH x AS (DELETE FROM prueba_venta RETURNING importe) SELECT COUNT(*) FROM x");
         QTest::newRow("leading blanks") << QStringLiteral("  \n delete from prueba_venta");
@@ -314,6 +340,173 @@ private slots:
         } else {
             QVERIFY2(r.correcto, qPrintable(r.mensaje()));
             QCOMPARE(r.valor, a.value(QStringLiteral("valor")).toDouble());
+        }
+    }
+
+    void anEmptyBatchGivesNoResults() { QVERIFY(m_evaluador->evaluarLote({}).isEmpty()); }
+
+    void aBatchGivesWhatEachRunAloneGivesOnTheSampleShop()
+    {
+        TestDatabase tienda;
+        VBI_CREATE_TEST_DATABASE(tienda);
+        QVERIFY(SchemaInstaller::addDemoData(tienda.connection()));
+        Evaluador evaluador(tienda.url());
+        QSqlQuery fuentes = tienda.connection().runText(QStringLiteral("SELECT uf_Codigo FROM ut_bi_Metrica ORDER BY Sys_PK"));
+        QList<PedidoMetrica> pedidos;
+        const QDate hoy = QDate::currentDate();
+        while (fuentes.next())
+            for (const QDate& fecha : {hoy, hoy.addDays(-40), hoy.addYears(-1)})
+                for (int periodo = 0; periodo < 4; ++periodo)
+                    for (int entidad = 0; entidad <= 3; ++entidad)
+                        pedidos.append({fuentes.value(0).toString(), entidad, PeriodoMetrica::intervalo(periodo, fecha)});
+        QVERIFY(pedidos.size() >= 3 * 48);
+        QList<ResultadoMetrica> unoPorUno;
+        for (const PedidoMetrica& p : pedidos)
+            unoPorUno.append(evaluador.evaluar(p.fuente, p.sysPk, p.periodo));
+        const QList<ResultadoMetrica> lote = evaluador.evaluarLote(pedidos);
+        QCOMPARE(describir(lote), describir(unoPorUno));
+        QVERIFY(std::all_of(lote.cbegin(), lote.cend(), [](const ResultadoMetrica& r) { return r.correcto; }));
+    }
+
+    void failuresInTheMiddleOfABatchLeaveTheRestRight()
+    {
+        const QList<ResultadoMetrica> r = m_evaluador->evaluarLote({
+            pedido(VentaMarzo, 1),
+            pedido(QStringLiteral("return _ejecutar('SELECT nada FROM tabla_que_no_existe');")),
+            pedido(VentaMarzo, 2),
+            pedido(QStringLiteral("try { _ejecutar('SELECT nada FROM tabla_que_no_existe'); } catch (e) {}\nreturn 7;")),
+            pedido(VentaMarzo, 1),
+            pedido(QStringLiteral("var a = ;")),
+            pedido(QStringLiteral("throw new Error('sin datos');")),
+            pedido(QStringLiteral("return 'doce';")),
+            pedido(VentaMarzo, 2),
+        });
+        QCOMPARE(r.size(), 9);
+        QVERIFY2(r.at(1).error.contains(QStringLiteral("Error de SQL")), qPrintable(r.at(1).error));
+        QVERIFY(!r.at(5).correcto && !r.at(6).correcto && !r.at(7).correcto);
+        QCOMPARE(describir(r.at(3)), QStringLiteral("7"));
+        for (const auto& [i, valor] : {std::pair{0, 15}, {2, 100}, {4, 15}, {8, 100}})
+            QCOMPARE(describir(r.at(i)), QString::number(valor));
+        QVERIFY(!describir(r).join(QLatin1Char('\n')).contains(QLatin1String("current transaction is aborted")));
+    }
+
+    void aTimeoutInTheMiddleOfABatchLeavesTheRestRight()
+    {
+        m_evaluador->setLimite(300);
+        QList<PedidoMetrica> pedidos = {pedido(VentaMarzo, 1), pedido(QStringLiteral("while (true) {}")), pedido(VentaMarzo, 2)};
+        if (m_db.isPostgres())
+            pedidos << pedido(QStringLiteral("return _ejecutar('SELECT 1 FROM pg_sleep(30)');")) << pedido(VentaMarzo, 1);
+        const QList<ResultadoMetrica> r = m_evaluador->evaluarLote(pedidos);
+        m_evaluador->setLimite(0);
+        const QString detenida = QStringLiteral("fallo: La métrica tardó más de 300 ms y se detuvo");
+        QStringList esperados = {QStringLiteral("15"), detenida, QStringLiteral("100")};
+        if (m_db.isPostgres())
+            esperados << detenida << QStringLiteral("15");
+        QCOMPARE(describir(r), esperados);
+    }
+
+    // What a run changes in its session stays in that run: a setting a
+    // metric changes reaches neither the next metric of the batch nor its
+    // time limit.
+    void settingsChangedByARunDoNotReachTheNext()
+    {
+        if (!m_db.isPostgres())
+            QSKIP("Only PostgreSQL has settings a query can change");
+        m_evaluador->setLimite(300);
+        const QList<ResultadoMetrica> r = m_evaluador->evaluarLote({
+            pedido(QStringLiteral("return _ejecutar(\"SELECT LENGTH(set_config('statement_timeout', '0', false))"
+                                  " + LENGTH(set_config('search_path', 'pg_catalog', false))\");")),
+            pedido(VentaMarzo, 2),
+            pedido(QStringLiteral("return _ejecutar('SELECT 1 FROM pg_sleep(30)');")),
+        });
+        m_evaluador->setLimite(0);
+        QCOMPARE(describir(r), (QStringList{QStringLiteral("11"), QStringLiteral("100"),
+                                            QStringLiteral("fallo: La métrica tardó más de 300 ms y se detuvo")}));
+    }
+
+    void theWholeBatchReadsOneSnapshot()
+    {
+        if (!m_db.isPostgres())
+            QSKIP("SQLite keeps a transaction's snapshot by itself and cannot tell when it began");
+        // now() is when the transaction began: one value for every run, even after a failed one.
+        const QString inicio = QStringLiteral(
+            "return _ejecutar(\"SELECT EXTRACT(EPOCH FROM now()) * 1000000 + "
+            "CASE WHEN current_setting('transaction_isolation') = 'repeatable read' THEN 0 ELSE 0.5 END\");");
+        const QList<ResultadoMetrica> r = m_evaluador->evaluarLote(
+            {pedido(inicio), pedido(QStringLiteral("return _ejecutar('SELECT nada FROM tabla_que_no_existe');")), pedido(inicio)});
+        QVERIFY(r.at(0).correcto && r.at(2).correcto);
+        QCOMPARE(r.at(2).valor, r.at(0).valor);
+        QCOMPARE(std::fmod(r.at(0).valor, 1.0), 0.0);
+    }
+
+    void writeAttemptsInABatchAreRefused_data()
+    {
+        QTest::addColumn<QString>("fuente");
+        QTest::addColumn<int>("posicion");
+        const QList<std::pair<const char*, QString>> intentos = {
+            {"set transaction read write", QStringLiteral("return _ejecutar('SET TRANSACTION READ WRITE');")},
+            {"session made writable", QStringLiteral("return _ejecutar('SET default_transaction_read_only = off');")},
+            {"commit then insert",
+             QStringLiteral("return _ejecutar(\"COMMIT; INSERT INTO prueba_venta VALUES (9, '2024-03-02', 1)\");")},
+            {"rollback then write",
+             QStringLiteral("try { _ejecutar('ROLLBACK'); } catch (e) {}\n"
+                            "return _ejecutar('WITH x AS (DELETE FROM prueba_venta RETURNING 1) SELECT COUNT(*) FROM x');")},
+            {"settings turned off then write",
+             QStringLiteral("try { _ejecutar(\"SELECT set_config('default_transaction_read_only', 'off', false)\"); } catch (e) {}\n"
+                            "try { _ejecutar(\"SELECT set_config('transaction_read_only', 'off', false)\"); } catch (e) {}\n"
+                            "return _ejecutar('WITH x AS (DELETE FROM prueba_venta RETURNING 1) SELECT COUNT(*) FROM x');")},
+        };
+        for (const auto& [nombre, fuente] : intentos) {
+            QTest::addRow("%s, first of the batch", nombre) << fuente << 0;
+            QTest::addRow("%s, in the middle of the batch", nombre) << fuente << 1;
+        }
+    }
+    void writeAttemptsInABatchAreRefused()
+    {
+        QFETCH(QString, fuente);
+        QFETCH(int, posicion);
+        QList<PedidoMetrica> pedidos = {pedido(VentaMarzo, 1), pedido(VentaMarzo, 2)};
+        pedidos.insert(posicion, pedido(fuente));
+        // A later run in the same batch tries the write the first one prepared.
+        pedidos.append(pedido(QStringLiteral("return _ejecutar('WITH x AS (DELETE FROM prueba_venta RETURNING 1) SELECT COUNT(*) FROM x');")));
+        pedidos.append(pedido(VentaMarzo, 1));
+        const QList<ResultadoMetrica> r = m_evaluador->evaluarLote(pedidos);
+        QVERIFY2(!r.at(posicion).correcto, qPrintable(describir(r.at(posicion))));
+        QVERIFY2(!r.at(3).correcto, qPrintable(describir(r.at(3))));
+        QCOMPARE(describir(r.at(posicion == 0 ? 1 : 0)), QStringLiteral("15"));
+        QCOMPARE(describir(r.at(2)), QStringLiteral("100"));
+        QCOMPARE(describir(r.at(4)), QStringLiteral("15"));
+        QCOMPARE(m_db.scalar(QStringLiteral("SELECT COUNT(*) FROM prueba_venta")).toInt(), 4);
+    }
+
+    void aClosedConnectionFailsEveryRunOfABatch()
+    {
+        const QStringList antes = QSqlDatabase::connectionNames();
+        Evaluador evaluador(m_db.url());
+        const QStringList despues = QSqlDatabase::connectionNames();
+        for (const QString& nombre : despues)
+            if (!antes.contains(nombre))
+                QSqlDatabase::database(nombre, false).close();
+        const QList<ResultadoMetrica> r = evaluador.evaluarLote({pedido(VentaMarzo, 1), pedido(QStringLiteral("return 1;"))});
+        QCOMPARE(r.size(), 2);
+        for (const ResultadoMetrica& uno : r)
+            QCOMPARE(describir(uno), QStringLiteral("fallo: No hay conexión con la base de datos"));
+        QCOMPARE(describir(evaluador.evaluar(QStringLiteral("return 1;"), 0, marzo2024())), describir(r.at(1)));
+    }
+
+    void aConnectionLostInTheMiddleOfABatchFailsTheRest()
+    {
+        if (!m_db.isPostgres())
+            QSKIP("Only a server connection can be lost");
+        Evaluador evaluador(m_db.url());
+        const QList<ResultadoMetrica> r = evaluador.evaluarLote(
+            {pedido(VentaMarzo, 1), pedido(QStringLiteral("return _ejecutar('SELECT 1 FROM pg_terminate_backend(pg_backend_pid())');")),
+             pedido(VentaMarzo, 2), pedido(QStringLiteral("return 1;"))});
+        QCOMPARE(describir(r.at(0)), QStringLiteral("15"));
+        // The server ends the connection once the statement that asked it is answered.
+        for (int i = 2; i < r.size(); ++i) {
+            QVERIFY(!r.at(i).correcto);
+            QVERIFY2(!r.at(i).error.contains(QLatin1String("current transaction is aborted")), qPrintable(r.at(i).error));
         }
     }
 

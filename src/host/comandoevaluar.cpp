@@ -4,8 +4,9 @@
 #include "vb/automationerror.h"
 
 #include <QHash>
-#include <QLocale>
 #include <QTextStream>
+#include <algorithm>
+#include <cmath>
 
 namespace {
 
@@ -54,6 +55,23 @@ bool leer(const QStringList& args, Peticion& p)
 
 } // namespace
 
+QString textoValor(double valor)
+{
+    constexpr int Significativas = 15;
+    valor += 0.0; // a negative zero prints as 0
+    if (valor == std::trunc(valor))
+        return QString::number(valor, 'f', 0);
+    const int enteras = int(std::floor(std::log10(std::abs(valor)))) + 1;
+    QString texto = QString::number(valor, 'f', std::max(Significativas - enteras, 0));
+    if (texto.contains(QLatin1Char('.'))) {
+        while (texto.endsWith(QLatin1Char('0')))
+            texto.chop(1);
+        if (texto.endsWith(QLatin1Char('.')))
+            texto.chop(1);
+    }
+    return texto;
+}
+
 int ejecutarEvaluacion(const QStringList& args, const QString& urlPorOmision)
 {
     QTextStream out(stdout);
@@ -72,8 +90,7 @@ int ejecutarEvaluacion(const QStringList& args, const QString& urlPorOmision)
             err << "vbi evaluate: " << r.mensaje() << "\n";
             return 1;
         }
-        // The shortest text that reads back as the same number, never in exponent form.
-        out << QString::number(r.valor, 'f', QLocale::FloatingPointShortest) << "\n";
+        out << textoValor(r.valor) << "\n";
         return 0;
     } catch (const vb::AutomationError& e) {
         err << "vbi evaluate: cannot read the database: " << e.description() << "\n";

@@ -53,7 +53,8 @@ QString TiendaDemo::plantilla()
 QString TiendaDemo::fuente(const QString& guid)
 {
     if (guid == QLatin1String("{6B1D2A10-6E2B-4C1A-9F00-000000000001}"))
-        return plantilla() + fuenteTickets("SUM(Importe)");
+        return plantilla() + QStringLiteral("// Money to the cent, as the tickets are written.\r\n")
+            + fuenteTickets("ROUND(SUM(Importe), 2)");
     if (guid == QLatin1String("{6B1D2A10-6E2B-4C1A-9F00-000000000002}"))
         return plantilla() + fuenteTickets("COUNT(*)");
     if (guid == QLatin1String("{6B1D2A10-6E2B-4C1A-9F00-000000000003}"))

@@ -24,7 +24,10 @@ public:
     // The first column of the first row; 0 when there is no row or it is NULL.
     Q_INVOKABLE QJSValue Escalar(const QString& sql);
 
-    // The statements of a run stay until its transaction is over:
+    // Whether the run sent any statement, which may have left its mark on
+    // the transaction.
+    bool leyo() const { return !m_consultas.empty(); }
+    // The statements of a run stay until its transaction is back in order:
     // PostgreSQL refuses to free a statement in a failed transaction.
     void cerrarConsultas() { m_consultas.clear(); }
 

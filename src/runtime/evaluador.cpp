@@ -6,6 +6,7 @@
 #include "fechametrica.h"
 #include "vigilante.h"
 
+#include <QElapsedTimer>
 #include <QSqlError>
 #include <QSqlQuery>
 #include <algorithm>
@@ -59,25 +60,90 @@ void Evaluador::setLimite(int milisegundos)
     m_limite = milisegundos > 0 ? milisegundos : LimitePorDefecto;
     // PostgreSQL stops a statement that runs past the limit by itself; the
     // watchdog cannot interrupt a query, only the script around it. Set for
-    // the session, so a metric that changes it sees its change rolled back.
+    // the session: a metric that changes it sees its change undone when its
+    // run is over.
     if (m_conexion.dialect() == ado::Dialect::PostgreSQL)
         transaccion(QStringLiteral("SET statement_timeout = %1").arg(m_limite));
 }
 
-bool Evaluador::transaccion(const QString& sql)
+QString Evaluador::transaccion(const QString& sql)
 {
     QSqlQuery consulta(m_conexion.database());
-    return consulta.exec(sql);
+    if (consulta.exec(sql))
+        return {};
+    const QString error = consulta.lastError().text().trimmed();
+    return error.isEmpty() ? QStringLiteral("No hay conexión con la base de datos") : error;
+}
+
+// One snapshot for the whole batch (every statement of every run sees the
+// data as it was when the batch began), read-only whatever the session's
+// defaults have become, and the point each run starts from. PostgreSQL
+// takes it all in one round trip; SQLite takes one statement at a time, and
+// its transaction keeps one snapshot by itself.
+QString Evaluador::comenzar()
+{
+    QString error;
+    if (m_conexion.dialect() == ado::Dialect::PostgreSQL) {
+        error = transaccion(QStringLiteral("BEGIN ISOLATION LEVEL REPEATABLE READ, READ ONLY; SAVEPOINT pedido"));
+    } else {
+        error = transaccion(QStringLiteral("BEGIN"));
+        if (error.isEmpty())
+            error = transaccion(QStringLiteral("SAVEPOINT pedido"));
+    }
+    if (!error.isEmpty())
+        transaccion(QStringLiteral("ROLLBACK"));
+    return error;
+}
+
+// Back to where the run started, once it has read anything: this ends the
+// failed state an SQL error or a timeout leaves on PostgreSQL and undoes a
+// setting the run changed, while the batch keeps its snapshot. False when
+// even that failed (the connection lost): the transaction is over, and the
+// next run begins another.
+bool Evaluador::volverAlInicio()
+{
+    if (!m_adoCnn->leyo())
+        return true;
+    if (!transaccion(QStringLiteral("ROLLBACK TO SAVEPOINT pedido")).isEmpty()) {
+        terminar();
+        return false;
+    }
+    m_adoCnn->cerrarConsultas();
+    return true;
+}
+
+void Evaluador::terminar()
+{
+    transaccion(QStringLiteral("ROLLBACK"));
+    m_adoCnn->cerrarConsultas();
+}
+
+QList<ResultadoMetrica> Evaluador::evaluarLote(const QList<PedidoMetrica>& pedidos)
+{
+    QList<ResultadoMetrica> resultados;
+    resultados.reserve(pedidos.size());
+    bool abierta = false;
+    for (qsizetype i = 0; i < pedidos.size(); ++i) {
+        const QString error = abierta ? QString() : comenzar();
+        abierta = error.isEmpty();
+        if (!abierta) {
+            resultados.append(ResultadoMetrica::fallo(error));
+            continue;
+        }
+        const PedidoMetrica& pedido = pedidos.at(i);
+        resultados.append(ejecutar(pedido.fuente, pedido.sysPk, pedido.periodo));
+        // The last run needs no going back: the batch's rollback undoes it.
+        if (i + 1 < pedidos.size())
+            abierta = volverAlInicio();
+    }
+    if (abierta)
+        terminar();
+    return resultados;
 }
 
 ResultadoMetrica Evaluador::evaluar(const QString& fuente, int sysPk, const IntervaloPeriodo& periodo)
 {
-    if (!transaccion(QStringLiteral("BEGIN")))
-        return ResultadoMetrica::fallo(m_conexion.database().lastError().text());
-    const ResultadoMetrica resultado = ejecutar(fuente, sysPk, periodo);
-    transaccion(QStringLiteral("ROLLBACK"));
-    m_adoCnn->cerrarConsultas();
-    return resultado;
+    return evaluarLote({PedidoMetrica{fuente, sysPk, periodo}}).constFirst();
 }
 
 QJSValue Evaluador::compilar(const QString& fuente)
@@ -98,6 +164,8 @@ QJSValue Evaluador::compilar(const QString& fuente)
 
 ResultadoMetrica Evaluador::ejecutar(const QString& fuente, int sysPk, const IntervaloPeriodo& periodo)
 {
+    QElapsedTimer reloj;
+    reloj.start();
     m_vigilante->armar(m_limite);
     const QJSValue funcion = compilar(fuente);
     QJSValue resultado;
@@ -110,9 +178,12 @@ ResultadoMetrica Evaluador::ejecutar(const QString& fuente, int sysPk, const Int
     }
     const bool detenida = m_vigilante->desarmar();
     m_motor.setInterrupted(false);
-    if (detenida)
+    const ResultadoMetrica leido = leerResultado(resultado);
+    // PostgreSQL cuts a statement at the same limit, and may do so a moment
+    // before the watchdog wakes: a run that failed past its time was stopped.
+    if (detenida || (!leido.correcto && reloj.elapsed() >= m_limite))
         return ResultadoMetrica::fallo(QStringLiteral("La métrica tardó más de %1 ms y se detuvo").arg(m_limite));
-    return leerResultado(resultado);
+    return leido;
 }
 
 ResultadoMetrica Evaluador::leerResultado(const QJSValue& resultado)

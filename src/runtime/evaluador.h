@@ -1,6 +1,7 @@
 #pragma once
 
 #include "ado/connection.h"
+#include "pedidometrica.h"
 #include "periodometrica.h"
 #include "resultadometrica.h"
 
@@ -13,9 +14,10 @@ class Vigilante;
 
 // Runs metric sources against the host's database. A source is the body of
 // a function of (sys_pk, inicio, final) that returns a number; it sees
-// ADOCnn, _ejecutar, _fecha and StatsEngine and nothing that writes. Each
-// run reads inside one read-only transaction and is stopped after the time
-// limit. One evaluator belongs to one thread.
+// ADOCnn, _ejecutar, _fecha and StatsEngine and nothing that writes. A
+// batch reads inside one read-only transaction, so every value of it comes
+// from the same data; each run is stopped after the time limit. One
+// evaluator belongs to one thread.
 class Evaluador {
 public:
     static constexpr int LimitePorDefecto = 2000;
@@ -29,6 +31,11 @@ public:
     int limite() const { return m_limite; }
     void setLimite(int milisegundos);
 
+    // Each pedido's result, in order, the same as evaluating it alone; one
+    // transaction for all, and what one run leaves in it (a failed statement,
+    // a setting changed) is undone before the next run.
+    QList<ResultadoMetrica> evaluarLote(const QList<PedidoMetrica>& pedidos);
+    // A batch of one.
     ResultadoMetrica evaluar(const QString& fuente, int sysPk, const IntervaloPeriodo& periodo);
     // The stored metric with that key, for the period given.
     ResultadoMetrica evaluarMetrica(int clave, int sysPk, const IntervaloPeriodo& periodo);
@@ -40,7 +47,11 @@ private:
     ResultadoMetrica ejecutar(const QString& fuente, int sysPk, const IntervaloPeriodo& periodo);
     ResultadoMetrica leerResultado(const QJSValue& resultado);
     ResultadoMetrica leerExcepcion(const QJSValue& excepcion, int desfase);
-    bool transaccion(const QString& sql);
+    // The error of the statement, or an empty text when it ran.
+    QString transaccion(const QString& sql);
+    QString comenzar();
+    bool volverAlInicio();
+    void terminar();
 
     ado::Connection m_conexion;
     QJSEngine m_motor;
