@@ -11,21 +11,18 @@ CalculadorValores::CalculadorValores(const QString& url, int limite)
 
 CalculadorValores::~CalculadorValores() = default;
 
-QList<ResultadoMetrica> CalculadorValores::calcular(const QList<Trabajo>& trabajos)
+QList<ResultadoMetrica> CalculadorValores::calcular(const QList<PedidoMetrica>& pedidos)
 {
-    QList<ResultadoMetrica> result;
     if (!m_evaluador) {
         try {
             m_evaluador = std::make_unique<Evaluador>(m_url);
             m_evaluador->setLimite(m_limite);
         } catch (const vb::AutomationError& e) {
             const auto fallo = ResultadoMetrica::fallo(QStringLiteral("No se pudo abrir la base de datos: %1").arg(e.description()));
-            return QList<ResultadoMetrica>(trabajos.size(), fallo);
+            return QList<ResultadoMetrica>(pedidos.size(), fallo);
         }
     }
-    for (const Trabajo& trabajo : trabajos)
-        result.append(m_evaluador->evaluar(trabajo.fuente, trabajo.entidad, trabajo.periodo));
-    return result;
+    return m_evaluador->evaluarLote(pedidos);
 }
 
 void CalculadorValores::reiniciar()

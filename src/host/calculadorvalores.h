@@ -1,6 +1,6 @@
 #pragma once
 
-#include "runtime/periodometrica.h"
+#include "runtime/pedidometrica.h"
 #include "runtime/resultadometrica.h"
 
 #include <QList>
@@ -15,17 +15,11 @@ class Evaluador;
 // failure to open it, so a database that comes back is used again.
 class CalculadorValores : public QObject {
 public:
-    struct Trabajo {
-        QString fuente;
-        int entidad = 0;
-        IntervaloPeriodo periodo;
-    };
-
     CalculadorValores(const QString& url, int limite);
     ~CalculadorValores() override;
 
-    // The results in the order of the work given.
-    QList<ResultadoMetrica> calcular(const QList<Trabajo>& trabajos);
+    // The results in the order asked, read in one snapshot of the database.
+    QList<ResultadoMetrica> calcular(const QList<PedidoMetrica>& pedidos);
     // Closes the connection; the next work opens a new one, so a server that
     // was restarted, or dropped the connection, is reached again.
     void reiniciar();

@@ -75,13 +75,13 @@ ClaveValor ValoresVivos::claveDe(const PeticionValor& peticion) const
 void ValoresVivos::pedir(const QList<PeticionValor>& peticiones)
 {
     QList<ClaveValor> claves;
-    QList<CalculadorValores::Trabajo> trabajos;
+    QList<PedidoMetrica> pedidos;
     for (const PeticionValor& peticion : peticiones) {
         const ClaveValor clave = claveDe(peticion);
         if (m_hechos.contains(clave) || m_pendientes.contains(clave) || claves.contains(clave))
             continue;
         claves.append(clave);
-        trabajos.append({m_fuentes.value(peticion.metrica), peticion.entidad,
+        pedidos.append({m_fuentes.value(peticion.metrica), peticion.entidad,
                          PeriodoMetrica::anterior(peticion.periodo, m_fecha, peticion.atras)});
     }
     if (claves.isEmpty())
@@ -91,10 +91,10 @@ void ValoresVivos::pedir(const QList<PeticionValor>& peticiones)
     // Each call runs in the thread of the object it is given, and is dropped
     // with that object: the answer never reaches a source already gone.
     QMetaObject::invokeMethod(m_calculador, [calculador = m_calculador, actual = m_generacion, generacion, claves,
-                                             trabajos, receptor = this] {
+                                             pedidos, receptor = this] {
         if (*actual != generacion)
             return;
-        const QList<ResultadoMetrica> resultados = calculador->calcular(trabajos);
+        const QList<ResultadoMetrica> resultados = calculador->calcular(pedidos);
         QMetaObject::invokeMethod(receptor, [receptor, generacion, claves, resultados] {
             receptor->recibir(generacion, claves, resultados);
         });

@@ -18,6 +18,7 @@ class CalculadorValores;
 // database for the date chosen. Figures are worked out in a thread of their
 // own, a tile's at a time, and kept while nothing they depend on changes:
 // the date, the metric's source or a request to compute everything again.
+// A tile's figures are read together, in one snapshot of the database.
 // Until a figure arrives it is pending, and a figure whose metric fails
 // carries the metric's message instead of a value.
 class ValoresVivos : public QObject, public FuenteValores {
