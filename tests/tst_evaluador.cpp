@@ -345,6 +345,23 @@ private slots:
 
     void anEmptyBatchGivesNoResults() { QVERIFY(m_evaluador->evaluarLote({}).isEmpty()); }
 
+    void aBatchNoLongerWantedStopsBetweenRuns()
+    {
+        const IntervaloPeriodo hoy = PeriodoMetrica::intervalo(0, QDate::currentDate());
+        int preguntas = 0;
+        const QList<ResultadoMetrica> r = m_evaluador->evaluarLote(
+            {{QStringLiteral("return 1;"), 0, hoy}, {QStringLiteral("return 2;"), 0, hoy}, {QStringLiteral("return 3;"), 0, hoy}},
+            [&preguntas] { return ++preguntas < 2; });
+        QCOMPARE(r.size(), 3);
+        QVERIFY(r[0].correcto);
+        QCOMPARE(r[0].valor, 1.0);
+        QCOMPARE(r[1].mensaje(), QStringLiteral("La métrica no se calculó: ya no se necesitaba"));
+        QVERIFY(!r[2].correcto);
+        QCOMPARE(preguntas, 3);
+        // The evaluator is left as it was: the next batch runs whole.
+        QCOMPARE(m_evaluador->evaluarLote({{QStringLiteral("return 4;"), 0, hoy}}).constFirst().valor, 4.0);
+    }
+
     void aBatchGivesWhatEachRunAloneGivesOnTheSampleShop()
     {
         TestDatabase tienda;

@@ -11,7 +11,7 @@ CalculadorValores::CalculadorValores(const QString& url, int limite)
 
 CalculadorValores::~CalculadorValores() = default;
 
-QList<ResultadoMetrica> CalculadorValores::calcular(const QList<PedidoMetrica>& pedidos)
+QList<ResultadoMetrica> CalculadorValores::calcular(const QList<PedidoMetrica>& pedidos, const std::function<bool()>& seguir)
 {
     if (!m_evaluador) {
         try {
@@ -22,7 +22,7 @@ QList<ResultadoMetrica> CalculadorValores::calcular(const QList<PedidoMetrica>& 
             return QList<ResultadoMetrica>(pedidos.size(), fallo);
         }
     }
-    return m_evaluador->evaluarLote(pedidos);
+    return m_evaluador->evaluarLote(pedidos, seguir);
 }
 
 void CalculadorValores::reiniciar()

@@ -5,6 +5,7 @@
 
 #include <QList>
 #include <QObject>
+#include <functional>
 #include <memory>
 
 class Evaluador;
@@ -18,8 +19,9 @@ public:
     CalculadorValores(const QString& url, int limite);
     ~CalculadorValores() override;
 
-    // The results in the order asked, read in one snapshot of the database.
-    QList<ResultadoMetrica> calcular(const QList<PedidoMetrica>& pedidos);
+    // The results in the order asked, read in one snapshot of the database;
+    // once seguir says no, the metrics left are not run.
+    QList<ResultadoMetrica> calcular(const QList<PedidoMetrica>& pedidos, const std::function<bool()>& seguir);
     // Closes the connection; the next work opens a new one, so a server that
     // was restarted, or dropped the connection, is reached again.
     void reiniciar();

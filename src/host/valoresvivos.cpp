@@ -89,12 +89,14 @@ void ValoresVivos::pedir(const QList<PeticionValor>& peticiones)
     m_pendientes.unite(QSet<ClaveValor>(claves.cbegin(), claves.cend()));
     const quint64 generacion = *m_generacion;
     // Each call runs in the thread of the object it is given, and is dropped
-    // with that object: the answer never reaches a source already gone.
+    // with that object: the answer never reaches a source already gone. Work
+    // of an earlier generation stops between two metrics.
     QMetaObject::invokeMethod(m_calculador, [calculador = m_calculador, actual = m_generacion, generacion, claves,
                                              pedidos, receptor = this] {
-        if (*actual != generacion)
+        const auto vigente = [&actual, generacion] { return *actual == generacion; };
+        if (!vigente())
             return;
-        const QList<ResultadoMetrica> resultados = calculador->calcular(pedidos);
+        const QList<ResultadoMetrica> resultados = calculador->calcular(pedidos, vigente);
         QMetaObject::invokeMethod(receptor, [receptor, generacion, claves, resultados] {
             receptor->recibir(generacion, claves, resultados);
         });

@@ -118,12 +118,16 @@ void Evaluador::terminar()
     m_adoCnn->cerrarConsultas();
 }
 
-QList<ResultadoMetrica> Evaluador::evaluarLote(const QList<PedidoMetrica>& pedidos)
+QList<ResultadoMetrica> Evaluador::evaluarLote(const QList<PedidoMetrica>& pedidos, const std::function<bool()>& seguir)
 {
     QList<ResultadoMetrica> resultados;
     resultados.reserve(pedidos.size());
     bool abierta = false;
     for (qsizetype i = 0; i < pedidos.size(); ++i) {
+        if (seguir && !seguir()) {
+            resultados.append(ResultadoMetrica::fallo(QStringLiteral("La métrica no se calculó: ya no se necesitaba")));
+            continue;
+        }
         const QString error = abierta ? QString() : comenzar();
         abierta = error.isEmpty();
         if (!abierta) {

@@ -7,6 +7,7 @@
 
 #include <QHash>
 #include <QJSEngine>
+#include <functional>
 #include <memory>
 
 class ConexionMetrica;
@@ -33,8 +34,12 @@ public:
 
     // Each pedido's result, in order, the same as evaluating it alone; one
     // transaction for all, and what one run leaves in it (a failed statement,
-    // a setting changed) is undone before the next run.
-    QList<ResultadoMetrica> evaluarLote(const QList<PedidoMetrica>& pedidos);
+    // a setting changed) is undone before the next run. seguir, when given,
+    // is asked before each run: once it says no, the runs left are not made
+    // and fail, so a caller that no longer needs the batch waits for one
+    // run at the most.
+    QList<ResultadoMetrica> evaluarLote(const QList<PedidoMetrica>& pedidos,
+                                        const std::function<bool()>& seguir = {});
     // A batch of one.
     ResultadoMetrica evaluar(const QString& fuente, int sysPk, const IntervaloPeriodo& periodo);
     // The stored metric with that key, for the period given.
