@@ -66,10 +66,19 @@ void ValoresVivos::olvidar()
     QMetaObject::invokeMethod(m_calculador, [calculador = m_calculador] { calculador->reiniciar(); });
 }
 
+IntervaloPeriodo ValoresVivos::diasDe(const PeticionValor& peticion) const
+{
+    return PeriodoMetrica::anterior(peticion.periodo, m_fecha, peticion.atras);
+}
+
+ClaveValor ValoresVivos::claveDe(const PeticionValor& peticion, const IntervaloPeriodo& dias)
+{
+    return {peticion.metrica, peticion.entidad, peticion.periodo, dias.inicio};
+}
+
 ClaveValor ValoresVivos::claveDe(const PeticionValor& peticion) const
 {
-    const IntervaloPeriodo dias = PeriodoMetrica::anterior(peticion.periodo, m_fecha, peticion.atras);
-    return {peticion.metrica, peticion.entidad, peticion.periodo, dias.inicio};
+    return claveDe(peticion, diasDe(peticion));
 }
 
 void ValoresVivos::pedir(const QList<PeticionValor>& peticiones)
@@ -77,12 +86,12 @@ void ValoresVivos::pedir(const QList<PeticionValor>& peticiones)
     QList<ClaveValor> claves;
     QList<PedidoMetrica> pedidos;
     for (const PeticionValor& peticion : peticiones) {
-        const ClaveValor clave = claveDe(peticion);
+        const IntervaloPeriodo dias = diasDe(peticion);
+        const ClaveValor clave = claveDe(peticion, dias);
         if (m_hechos.contains(clave) || m_pendientes.contains(clave) || claves.contains(clave))
             continue;
         claves.append(clave);
-        pedidos.append({m_fuentes.value(peticion.metrica), peticion.entidad,
-                         PeriodoMetrica::anterior(peticion.periodo, m_fecha, peticion.atras)});
+        pedidos.append({m_fuentes.value(peticion.metrica), peticion.entidad, dias});
     }
     if (claves.isEmpty())
         return;

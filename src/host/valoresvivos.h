@@ -2,6 +2,7 @@
 
 #include "clavevalor.h"
 #include "render/fuentevalores.h"
+#include "runtime/periodometrica.h"
 #include "runtime/resultadometrica.h"
 
 #include <QDate>
@@ -55,6 +56,9 @@ signals:
     void calculados();
 
 private:
+    // The days of the period a figure is asked for, around the date shown.
+    IntervaloPeriodo diasDe(const PeticionValor& peticion) const;
+    static ClaveValor claveDe(const PeticionValor& peticion, const IntervaloPeriodo& dias);
     ClaveValor claveDe(const PeticionValor& peticion) const;
     // Figures on their way from an earlier generation are not waited for.
     void nuevaGeneracion();

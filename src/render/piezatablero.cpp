@@ -128,11 +128,12 @@ int PiezaTablero::entidad() const
     return m_datos.colocado ? m_datos.colocado->FK_Entidad() : 0;
 }
 
-// The value of that metric for the current period, asked with the period's bounds.
-double PiezaTablero::valorActual(int metrica) const
+// The figure a bar or a light shows: its metric for the current period,
+// asked with the period's bounds.
+PeticionValor PiezaTablero::peticionPrincipal() const
 {
-    return m_valores->valor({metrica, m_periodo, 0, Periodos::limiteInferior(m_datos.colocado, m_periodo),
-                             Periodos::limiteSuperior(m_datos.colocado, m_periodo), entidad()});
+    return {metricaPrincipal(), m_periodo, 0, Periodos::limiteInferior(m_datos.colocado, m_periodo),
+            Periodos::limiteSuperior(m_datos.colocado, m_periodo), entidad()};
 }
 
 QList<PeticionValor> PiezaTablero::peticiones() const
@@ -140,8 +141,7 @@ QList<PeticionValor> PiezaTablero::peticiones() const
     switch (tipo()) {
     case cBarraProgreso:
     case cSemaforo:
-        return {{metricaPrincipal(), m_periodo, 0, Periodos::limiteInferior(m_datos.colocado, m_periodo),
-                 Periodos::limiteSuperior(m_datos.colocado, m_periodo), entidad()}};
+        return {peticionPrincipal()};
     case cMatrizGrafico:
         return DibujoMatriz::peticiones(configuracion<EMatrizGrafico>(m_datos), m_periodo, entidad());
     default:
@@ -172,16 +172,16 @@ void PiezaTablero::valoresCambiados()
 
 DibujoBarra PiezaTablero::barra() const
 {
-    const int metrica = metricaPrincipal();
+    const PeticionValor figura = peticionPrincipal();
     return DibujoBarra(m_datos.colocado, configuracion<EBarraProgreso>(m_datos),
-                       FormatoMetrica(m_datos.metricas.value(metrica)), m_periodo, valorActual(metrica));
+                       FormatoMetrica(m_datos.metricas.value(figura.metrica)), m_periodo, m_valores->valor(figura));
 }
 
 DibujoSemaforo PiezaTablero::semaforo() const
 {
-    const int metrica = metricaPrincipal();
+    const PeticionValor figura = peticionPrincipal();
     return DibujoSemaforo(m_datos.colocado, configuracion<ESemaforo>(m_datos),
-                          FormatoMetrica(m_datos.metricas.value(metrica)), m_periodo, valorActual(metrica));
+                          FormatoMetrica(m_datos.metricas.value(figura.metrica)), m_periodo, m_valores->valor(figura));
 }
 
 DibujoMatriz PiezaTablero::matriz() const

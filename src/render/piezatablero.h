@@ -61,7 +61,7 @@ private:
     QString metricaPerdida(const QList<int>& claves) const;
     int metricaPrincipal() const;
     int entidad() const;
-    double valorActual(int metrica) const;
+    PeticionValor peticionPrincipal() const;
     struct Pestana {
         int periodo;
         QRectF caja;
